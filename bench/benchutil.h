@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <cstring>
+
+namespace CgBench {
+
+/// True when CG_BENCH_SMOKE is set: CI runs every benchmark once on small sizes.
+inline bool smoke()
+{
+    const char* v = std::getenv("CG_BENCH_SMOKE");
+    return v && *v && std::strcmp(v, "0") != 0;
+}
+
+/// Row counts 10,000 / 100,000 / 1,000,000, or 1,000 in a smoke run.
+inline void rowSizes(benchmark::internal::Benchmark* b)
+{
+    if (smoke()) {
+        b->Arg(1000);
+        return;
+    }
+    b->Arg(10000)->Arg(100000)->Arg(1000000);
+}
+
+/// Resident memory of the process in bytes, from /proc/self/statm.
+long residentBytes();
+
+} // namespace CgBench

@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# Sets up a Debian 12 machine for common_gui, builds it, and runs the gallery or the tests.
+#
+#   ./build.sh gallery      install what is missing, build, run the gallery
+#                           (without a display: render every page to gallery-screenshots/)
+#   ./build.sh test         install, build, run every test: normal build, then sanitizer build
+#   ./build.sh test normal  only the normal build;   ./build.sh test sanitize  only the sanitizer build
+#   ./build.sh bench        build and run the benchmarks (CG_BENCH_SMOKE=1 for a quick run)
+set -euo pipefail
+cd "$(dirname "$0")"
+
+mode=${1:-gallery}
+variant=${2:-all}
+jobs=$(nproc)
+
+as_root() { if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi; }
+
+packages=(cmake g++ make pkg-config qtbase5-dev qtbase5-dev-tools libqt5x11extras5-dev qttranslations5-l10n
+          libx11-dev libbenchmark-dev xvfb xauth trayer locales)
+
+install_missing() {
+  local missing=()
+  for p in "${packages[@]}"; do
+    dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
+  done
+  if [ ${#missing[@]} -gt 0 ]; then
+    echo "Installing: ${missing[*]}"
+    as_root apt-get update -qq
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+  fi
+  # The locale tests switch to ru_RU.UTF-8; setlocale fails for a locale the machine lacks.
+  if ! locale -a 2>/dev/null | grep -qi '^ru_RU\.utf8$'; then
+    as_root sed -i 's/^# *\(ru_RU.UTF-8 UTF-8\)/\1/; s/^# *\(en_US.UTF-8 UTF-8\)/\1/' /etc/locale.gen
+    as_root locale-gen >/dev/null
+  fi
+}
+
+configure_build() { # dir, extra cmake args...
+  local dir=$1; shift
+  cmake -S . -B "$dir" "$@" >/dev/null
+  cmake --build "$dir" -j"$jobs"
+}
+
+run_tests() { # dir
+  (cd "$1" && ctest --output-on-failure -j"$jobs")
+}
+
+install_missing
+case "$mode" in
+  gallery)
+    configure_build build -DCMAKE_BUILD_TYPE=Release
+    exec ./build/bin/common_gui_gallery "${@:2}"
+    ;;
+  test)
+    if [ "$variant" = all ] || [ "$variant" = normal ]; then
+      configure_build build -DCMAKE_BUILD_TYPE=Release
+      run_tests build
+    fi
+    if [ "$variant" = all ] || [ "$variant" = sanitize ]; then
+      configure_build build-sanitize -DCMAKE_BUILD_TYPE=Debug -DCG_SANITIZE=ON -DCG_BUILD_BENCH=OFF
+      run_tests build-sanitize
+    fi
+    ;;
+  bench)
+    configure_build build -DCMAKE_BUILD_TYPE=Release
+    ./build/bin/cg_bench "${@:2}"
+    ;;
+  *)
+    echo "usage: $0 gallery|test [normal|sanitize]|bench" >&2
+    exit 2
+    ;;
+esac

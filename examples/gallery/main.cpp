@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+// The gallery: every widget family of common_gui on a page of its own.
+//
+// Run it on a desktop to try the widgets. Without a display (or with --screenshots DIR) it renders
+// every page to DIR/NN_<page>.png and exits.
+#include "gallery.h"
+
+#include "edirs.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+std::vector<GalleryPage>& galleryPages()
+{
+    static std::vector<GalleryPage> pages;
+    return pages;
+}
+
+bool registerGalleryPage(int order, const char* id, const char* title, std::function<QWidget*()> make)
+{
+    galleryPages().push_back(GalleryPage{order, QString::fromUtf8(id), QString::fromUtf8(title), std::move(make)});
+    return true;
+}
+
+namespace {
+
+class GalleryWindow : public QMainWindow
+{
+public:
+    GalleryWindow()
+    {
+        setWindowTitle(QStringLiteral("common_gui gallery"));
+        auto* central = new QWidget(this);
+        auto* layout = new QHBoxLayout(central);
+        list = new QListWidget(central);
+        list->setObjectName(QStringLiteral("pageList"));
+        list->setMaximumWidth(200);
+        stack = new QStackedWidget(central);
+        layout->addWidget(list);
+        layout->addWidget(stack, 1);
+        setCentralWidget(central);
+
+        for (const GalleryPage& page : galleryPages()) {
+            list->addItem(page.title);
+            QWidget* w = page.make();
+            w->setObjectName(page.id);
+            stack->addWidget(w);
+        }
+        connect(list, &QListWidget::currentRowChanged, stack, &QStackedWidget::setCurrentIndex);
+        list->setCurrentRow(0);
+
+        auto* bar = addToolBar(QStringLiteral("Language"));
+        bar->setObjectName(QStringLiteral("languageBar"));
+        bar->addWidget(new QLabel(QStringLiteral(" Language: "), bar));
+        auto* language = new QComboBox(bar);
+        language->setObjectName(QStringLiteral("language"));
+        language->addItem(QStringLiteral("English"), QStringLiteral("eng"));
+        language->addItem(QString::fromUtf8("Русский"), QStringLiteral("rus"));
+        const QString current = QString::fromLatin1(EDirs::getLanguage());
+        language->setCurrentIndex(current == QLatin1String("rus") ? 1 : 0);
+        bar->addWidget(language);
+        connect(language, QOverload<int>::of(&QComboBox::activated), this, [this, language](int index) {
+            EDirs::setLanguage(language->itemData(index).toString().toLatin1().constData());
+            // Widgets copy their texts when they are built: a new language needs a restart.
+            statusBar()->showMessage(QStringLiteral("Language saved; restart the gallery to apply it."));
+        });
+        resize(1000, 700);
+    }
+
+    int pageCount() const { return stack->count(); }
+    void showPage(int index)
+    {
+        list->setCurrentRow(index);
+    }
+    QWidget* page(int index) const { return stack->widget(index); }
+
+private:
+    QListWidget* list = nullptr;
+    QStackedWidget* stack = nullptr;
+};
+
+int renderAll(GalleryWindow& window, const QString& dir)
+{
+    QDir().mkpath(dir);
+    window.show();
+    int written = 0;
+    for (int i = 0; i < window.pageCount(); ++i) {
+        window.showPage(i);
+        QApplication::processEvents();
+        const QString file = QStringLiteral("%1/%2_%3.png")
+                                 .arg(dir)
+                                 .arg(i + 1, 2, 10, QLatin1Char('0'))
+                                 .arg(window.page(i)->objectName());
+        if (window.grab().save(file))
+            ++written;
+        else
+            std::fprintf(stderr, "gallery: cannot write %s\n", file.toLocal8Bit().constData());
+    }
+    std::printf("gallery: wrote %d page image(s) to %s\n", written, QDir(dir).absolutePath().toLocal8Bit().constData());
+    return written == window.pageCount() ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QString shotDir;
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--screenshots") == 0 && i + 1 < argc)
+            shotDir = QString::fromLocal8Bit(argv[i + 1]);
+    }
+    const bool headless = qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (headless && shotDir.isEmpty())
+        shotDir = QStringLiteral("gallery-screenshots");
+
+    QApplication app(argc, argv);
+    std::stable_sort(galleryPages().begin(), galleryPages().end(),
+                     [](const GalleryPage& a, const GalleryPage& b) { return a.order < b.order; });
+
+    // Start-up order: language first, then the library's texts, then windows.
+    const char* language = EDirs::getLanguage();
+    Q_UNUSED(language);
+
+    GalleryWindow window;
+    if (!shotDir.isEmpty())
+        return renderAll(window, shotDir);
+    window.show();
+    return app.exec();
+}

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+#pragma once
+
+#include "common_gui_export.h"
+
+#include <QDir>
+#include <QString>
+
+/// Where the product lives on disk and which language it speaks. Static operations only.
+///
+/// \code
+/// const char* lang = EDirs::getLanguage();          // "eng", "rus", or what lang.ini says
+/// QDir settings = EDirs::getSettingsDir();          // the user's writable settings directory
+/// \endcode
+class COMMON_GUI_EXPORT EDirs
+{
+public:
+    EDirs() = delete;
+
+    /// The product's binary directory as the path layer returns it (UTF-8).
+    static const char* c_binaryDir();
+    /// The product's resource directory (UTF-8).
+    static const char* c_resourceDir();
+    /// The user's writable settings directory (UTF-8).
+    static const char* c_settingsDir();
+
+    static QDir getBinaryDir();
+    static QDir getResourceDir();
+    static QDir getSettingsDir();
+    /// The settings directory shared by all users; it holds "lang.ini".
+    static QDir getCommonSettingsDir();
+
+    /// The language code: from "lang.ini", else "rus" for a Russian locale, else "eng".
+    /// The locale fallback calls setlocale(LC_CTYPE, "") and keeps that change.
+    /// A code of 20 or more characters aborts the process.
+    static const char* getLanguage();
+    /// Stores the code in "lang.ini" and empties the cache, so the next getLanguage() reads the file.
+    static void setLanguage(const char* code);
+
+    /// The help directory: resource dir + "help/<language>", computed once and then cached.
+    static QString getHelpDir();
+    static void setHelpDir(const QString& dir);
+
+    /// Cuts the last path component off ("/a/b.c/f.txt" -> "/a/b.c").
+    static void stripFileFromPath(QString& path);
+    /// Keeps only the last path component ("/a/b.c/f.txt" -> "f.txt").
+    static void stripFolderFromPath(QString& path);
+    /// Cuts at the last dot anywhere in the path ("/a/b.c/file" -> "/a/b", on purpose).
+    static void stripExtFromPath(QString& path);
+
+private:
+    static char static_lang[20];
+    static QString s_helpDir;
+};

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+#include "esettings.h"
+
+#include "edirs.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QWidget>
+
+namespace {
+
+QString getFileName(const char* name)
+{
+    return QFileInfo(EDirs::getSettingsDir(), QString::fromLatin1(name)).filePath();
+}
+
+const QString itemKey()
+{
+    return QStringLiteral("Item");
+}
+
+} // namespace
+
+ESettings::ESettings(const QString& group)
+    : ESettings("common_gui.ini", group)
+{
+}
+
+ESettings::ESettings(const char* fileName, const QString& group)
+    : QSettings(getFileName(fileName), QSettings::IniFormat)
+    , groupName(group)
+{
+    if (!group.isEmpty())
+        beginGroup(group);
+}
+
+ESettings::ESettings(const QDir& dir, const char* fileName, const QString& group)
+    : QSettings(QFileInfo(dir, QString::fromLatin1(fileName)).filePath(), QSettings::IniFormat)
+    , groupName(group)
+{
+    if (!group.isEmpty())
+        beginGroup(group);
+}
+
+ESettings::~ESettings()
+{
+    if (!groupName.isEmpty())
+        endGroup();
+}
+
+void ESettings::saveGeometry(QWidget* w)
+{
+    setValue(QStringLiteral("Geometry"), w->saveGeometry());
+}
+
+bool ESettings::loadGeometry(QWidget* w)
+{
+    const QByteArray bytes = value(QStringLiteral("Geometry"), QByteArray()).toByteArray();
+    if (bytes.isEmpty())
+        return false;
+    return w->restoreGeometry(bytes);
+}
+
+void ESettings::getList(const char* name, QList<int>& list, QSettings& s)
+{
+    list.clear();
+    ESettingsReadArray array(s, QString::fromLatin1(name));
+    while (array.getIndex() < array.getSize())
+        list.append(array.read().toInt());
+}
+
+void ESettings::setList(const char* name, const QList<int>& list, QSettings& s)
+{
+    ESettingsWriteArray array(s, QString::fromLatin1(name));
+    for (int value : list)
+        array.write(QVariant(value));
+}
+
+ESettingsWriteArray::ESettingsWriteArray(QSettings& s, const QString& name)
+    : settings(&s)
+{
+    // Dropping the old array first means a shorter new one leaves no stale tail.
+    s.remove(name);
+    s.beginWriteArray(name);
+}
+
+ESettingsWriteArray::~ESettingsWriteArray()
+{
+    settings->endArray();
+}
+
+void ESettingsWriteArray::write(const QVariant& v)
+{
+    settings->setArrayIndex(index);
+    ++index;
+    settings->setValue(itemKey(), v);
+}
+
+ESettingsReadArray::ESettingsReadArray(QSettings& s, const QString& name)
+    : settings(&s)
+    , size(s.beginReadArray(name))
+{
+}
+
+ESettingsReadArray::~ESettingsReadArray()
+{
+    settings->endArray();
+}
+
+QVariant ESettingsReadArray::read()
+{
+    settings->setArrayIndex(index);
+    ++index;
+    return settings->value(itemKey(), QVariant());
+}

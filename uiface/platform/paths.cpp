@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+#include "paths.h"
+
+#include <climits>
+#include <cstdlib>
+#include <mutex>
+#include <set>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#ifndef CG_INSTALL_DATADIR_ABS
+#define CG_INSTALL_DATADIR_ABS "/usr/local/share/common_gui"
+#endif
+
+namespace {
+
+// Handed-out texts are interned so a pointer stays valid even after the environment changes.
+const char* intern(const std::string& text)
+{
+    static std::mutex lock;
+    static std::set<std::string> pool;
+    std::lock_guard<std::mutex> guard(lock);
+    return pool.insert(text).first->c_str();
+}
+
+const char* fromEnv(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value && *value ? value : nullptr;
+}
+
+bool isDir(const std::string& path)
+{
+    struct stat st;
+    return ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+}
+
+std::string executableDir()
+{
+    std::string buffer(4096, '\0');
+    ssize_t n = ::readlink("/proc/self/exe", &buffer[0], buffer.size() - 1);
+    if (n <= 0)
+        return std::string(".");
+    buffer.resize(static_cast<size_t>(n));
+    std::string::size_type slash = buffer.rfind('/');
+    if (slash == std::string::npos)
+        return std::string(".");
+    return slash == 0 ? std::string("/") : buffer.substr(0, slash);
+}
+
+std::string homeDir()
+{
+    if (const char* home = fromEnv("HOME"))
+        return home;
+    return std::string("/tmp");
+}
+
+} // namespace
+
+const char* productName()
+{
+    if (const char* name = fromEnv("CG_PRODUCT_NAME"))
+        return intern(name);
+    return "common_gui";
+}
+
+const char* agentBinDir()
+{
+    if (const char* dir = fromEnv("CG_BIN_DIR"))
+        return intern(dir);
+    return intern(executableDir());
+}
+
+const char* agentEtcDir()
+{
+    if (const char* dir = fromEnv("CG_RESOURCE_DIR"))
+        return intern(dir);
+    // A program run from the build tree (or from an install) finds share/common_gui beside bin/.
+    std::string besideBin = std::string(agentBinDir()) + "/../share/common_gui";
+    if (isDir(besideBin)) {
+        char resolved[PATH_MAX];
+        if (::realpath(besideBin.c_str(), resolved))
+            return intern(resolved);
+        return intern(besideBin);
+    }
+    return CG_INSTALL_DATADIR_ABS;
+}
+
+const char* userDataDirForWrite_utf8()
+{
+    if (const char* dir = fromEnv("CG_USER_DIR"))
+        return intern(dir);
+    std::string base;
+    if (const char* xdg = fromEnv("XDG_CONFIG_HOME"))
+        base = xdg;
+    else
+        base = homeDir() + "/.config";
+    return intern(base + "/" + productName());
+}
+
+const char* userDataCommonDir_utf8()
+{
+    if (const char* dir = fromEnv("CG_COMMON_DIR"))
+        return intern(dir);
+    std::string first = "/etc/xdg";
+    if (const char* dirs = fromEnv("XDG_CONFIG_DIRS")) {
+        std::string all(dirs);
+        std::string head = all.substr(0, all.find(':'));
+        if (!head.empty())
+            first = head;
+    }
+    return intern(first + "/" + productName());
+}
