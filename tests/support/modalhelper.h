@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+#pragma once
+
+#include <QElapsedTimer>
+#include <QList>
+#include <QMessageBox>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <vector>
+
+class QTimer;
+class QWidget;
+
+/// What the helper saw of one modal box before it answered it.
+struct ModalSeen
+{
+    bool found = false;
+    QString className;             ///< e.g. "QMessageBox", "QFileDialog"
+    QString title;                 ///< windowTitle()
+    QString text;                  ///< QMessageBox::text(), QInputDialog::labelText(), else the first label
+    QString informativeText;       ///< QMessageBox::informativeText()
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    QStringList buttons;           ///< push button texts as shown (with '&'), left to right, top to bottom
+    QList<QMessageBox::StandardButton> standardButtons; ///< same order; NoButton for custom buttons
+    QString defaultButton;         ///< text of the default button, empty if there is none
+    QMessageBox::StandardButton defaultStandardButton = QMessageBox::NoButton;
+    Qt::WindowFlags flags;
+    const QObject* parent = nullptr; ///< for comparison only: the box is gone when you look
+    QString answer;                ///< what the helper did, e.g. "button &Yes", "key Escape"
+
+    /// \a buttons without the '&' accelerator marks ("&Yes" -> "Yes").
+    QStringList plainButtons() const;
+};
+
+/// Answers modal boxes that code under test opens: it polls for the active modal widget, records
+/// what the box shows and presses the chosen button or key.
+///
+/// Schedule the answer before the blocking call, then look at what was seen:
+/// \code
+/// ModalAnswerer answer(QMessageBox::Yes);
+/// const bool yes = EMessage::ask(nullptr, QStringLiteral("Go on?"));
+/// QVERIFY2(answer.done(), qPrintable(answer.error()));
+/// QCOMPARE(answer.seen().title, QStringLiteral("Question"));
+/// \endcode
+/// A chain answers several boxes in turn:
+/// `ModalAnswerer answer({ModalAnswer::key(Qt::Key_Escape), ModalAnswer::text("&Save")});`
+/// If no box appears within the timeout, or a box does not close after its answer, the helper stops,
+/// records why in error() and closes a stuck box, so a test fails instead of hanging.
+class ModalAnswer
+{
+public:
+    enum Kind { Button, Text, Key, Call };
+
+    static ModalAnswer button(QMessageBox::StandardButton b);
+    /// Presses the push button whose text is \a text, with or without its '&'.
+    static ModalAnswer text(const QString& text);
+    static ModalAnswer text(const char* text) { return ModalAnswer::text(QString::fromUtf8(text)); }
+    /// Sends the key to the box's focus widget (Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter, ...).
+    static ModalAnswer key(Qt::Key key);
+    /// Calls \a action with the box; the action must close it (or leave the helper to report).
+    static ModalAnswer call(std::function<void(QWidget*)> action);
+
+    Kind kind = Button;
+    QMessageBox::StandardButton standard = QMessageBox::NoButton;
+    QString buttonText;
+    Qt::Key keyCode = Qt::Key_unknown;
+    std::function<void(QWidget*)> action;
+};
+
+class ModalAnswerer
+{
+public:
+    static constexpr int defaultTimeout = 5000;
+
+    explicit ModalAnswerer(QMessageBox::StandardButton b, int timeoutMs = defaultTimeout);
+    explicit ModalAnswerer(Qt::Key key, int timeoutMs = defaultTimeout);
+    explicit ModalAnswerer(const QString& buttonText, int timeoutMs = defaultTimeout);
+    explicit ModalAnswerer(const ModalAnswer& answer, int timeoutMs = defaultTimeout);
+    /// Answers one box per entry, in order.
+    ModalAnswerer(std::initializer_list<ModalAnswer> chain, int timeoutMs = defaultTimeout);
+    ~ModalAnswerer();
+    ModalAnswerer(const ModalAnswerer&) = delete;
+    ModalAnswerer& operator=(const ModalAnswerer&) = delete;
+
+    /// The box answered by entry \a index (an empty record with found == false if none yet).
+    const ModalSeen& seen(int index = 0) const;
+    /// Number of boxes answered so far.
+    int count() const { return int(m_seen.size()); }
+    /// True when every answer of the chain was given and its box closed.
+    bool done() const;
+    /// Why the helper is not done: a timeout, a button that was not there, a box that stayed open.
+    QString error() const;
+    /// Runs the event loop until done() or until the helper gave up; returns done().
+    bool wait(int timeoutMs = defaultTimeout);
+
+    /// The widget the helper would answer now, or null.
+    static QWidget* currentModal();
+
+private:
+    void start();
+    void tick();
+    void answer(QWidget* box, const ModalAnswer& a, ModalSeen& seen);
+    void fail(const QString& why);
+
+    std::vector<ModalAnswer> m_chain;
+    std::vector<ModalSeen> m_seen;
+    std::unique_ptr<QTimer> m_timer;
+    QElapsedTimer m_clock;
+    QPointer<QWidget> m_closing;   // answered, waiting for it to disappear
+    bool m_closingArmed = false;
+    QString m_error;
+    int m_timeout = defaultTimeout;
+};
