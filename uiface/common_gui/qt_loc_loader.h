@@ -18,12 +18,15 @@ public:
         int count;          ///< number of slots
         int unit;           ///< always 8; not consulted by the loader
         unsigned int id;    ///< identifier of this exact set of texts
-        QString** slots;    ///< \c count pointers to the slot variables, in file order
+        QString** slotTable; ///< \c count pointers to the slot variables, in file order ("slots" is a Qt keyword)
     };
 
     /// Reads one file from the current position into \a table. Returns 0 on success, 2 when it is
     /// not a file of this kind, 3 for an unsupported version, 4 for a unit other than 8, 5 for a
     /// foreign identifier, 6 when the file ends early, 7 when memory runs out. On any failure no
-    /// slot changes.
+    /// slot changes. The byte order is the writer's, told by the magic ("LCLR" or "RLCL").
+    /// \note An entry of length 0 (two equal offsets) is read up to the next 0 byte, and a table
+    /// whose count is below 1 loads successfully without reading anything; offsets that run
+    /// backwards or past the text block make the file refused with 2.
     int load(FILE* file, Localization& table);
 };

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+#include "locfile.h"
+
+#include "common_gui_loc.h"
+
+#include <QHash>
+#include <QTextCodec>
+#include <QtEndian>
+
+namespace LocFile {
+
+namespace {
+
+QString location(const QString& fileName, int line)
+{
+    return fileName + QLatin1Char(':') + QString::number(line) + QStringLiteral(": error: ");
+}
+
+// Returns false for an escape the format does not know or a backslash at the end of the line.
+bool unescape(const QByteArray& text, QByteArray& result, QString& problem)
+{
+    result.clear();
+    result.reserve(text.size());
+    for (int i = 0; i < text.size(); ++i) {
+        const char c = text.at(i);
+        if (c != '\\') {
+            result.append(c);
+            continue;
+        }
+        if (++i == text.size()) {
+            problem = QStringLiteral("backslash at the end of the line (write \\\\ for a backslash)");
+            return false;
+        }
+        switch (text.at(i)) {
+        case 'n': result.append('\n'); break;
+        case 'r': result.append('\r'); break;
+        case 't': result.append('\t'); break;
+        case '\\': result.append('\\'); break;
+        default:
+            problem = QStringLiteral("unknown escape \\%1 (known: \\n \\r \\t \\\\)").arg(QLatin1Char(text.at(i)));
+            return false;
+        }
+    }
+    return true;
+}
+
+void appendInt(QByteArray& out, quint32 value)
+{
+    char bytes[4];
+    qToLittleEndian(value, bytes);
+    out.append(bytes, 4);
+}
+
+} // namespace
+
+bool parse(const QByteArray& source, const QString& fileName, QStringList& texts, QStringList& errors)
+{
+    const int count = LCQT_info.count;
+    QHash<QByteArray, int> slotOf;
+    for (int i = 0; i < count; ++i)
+        slotOf.insert(QByteArray(LCQT_names[i]), i);
+
+    QVector<int> lineOf(count, 0);
+    texts = QStringList();
+    for (int i = 0; i < count; ++i)
+        texts.append(QString());
+
+    QByteArray data = source;
+    if (data.startsWith("\xEF\xBB\xBF"))
+        data.remove(0, 3);
+    QList<QByteArray> lines = data.split('\n');
+    // A final line break does not start another line.
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+
+    QTextCodec* utf8 = QTextCodec::codecForName("UTF-8");
+    const int errorsBefore = errors.size();
+    for (int n = 0; n < lines.size(); ++n) {
+        QByteArray line = lines.at(n);
+        const int lineNumber = n + 1;
+        if (line.endsWith('\r'))
+            line.chop(1);
+        if (line.isEmpty() || line.startsWith('#'))
+            continue;
+
+        const int tab = line.indexOf('\t');
+        if (tab <= 0) {
+            errors.append(location(fileName, lineNumber)
+                          + QStringLiteral("malformed line: expected a slot name, a tab and the text"));
+            continue;
+        }
+        const QByteArray name = line.left(tab);
+        const auto slot = slotOf.constFind(name);
+        if (slot == slotOf.constEnd()) {
+            errors.append(location(fileName, lineNumber) + QStringLiteral("unknown slot name \"%1\"")
+                                                               .arg(QString::fromUtf8(name)));
+            continue;
+        }
+        if (lineOf[*slot] != 0) {
+            errors.append(location(fileName, lineNumber)
+                          + QStringLiteral("duplicate slot name \"%1\" (first given on line %2)")
+                                .arg(QString::fromUtf8(name))
+                                .arg(lineOf[*slot]));
+            continue;
+        }
+        lineOf[*slot] = lineNumber;
+
+        QByteArray text;
+        QString problem;
+        if (!unescape(line.mid(tab + 1), text, problem)) {
+            errors.append(location(fileName, lineNumber) + QStringLiteral("malformed line: ") + problem);
+            continue;
+        }
+        if (text.contains('\0')) {
+            errors.append(location(fileName, lineNumber) + QStringLiteral("malformed line: the text holds a NUL byte"));
+            continue;
+        }
+        QTextCodec::ConverterState state(QTextCodec::ConvertInvalidToNull);
+        const QString decoded = utf8->toUnicode(text.constData(), text.size(), &state);
+        if (state.invalidChars > 0 || state.remainingChars > 0) {
+            errors.append(location(fileName, lineNumber) + QStringLiteral("malformed line: the text is not valid UTF-8"));
+            continue;
+        }
+        texts[*slot] = decoded;
+    }
+
+    // A missing slot has no line of its own: it is reported at the end of the file.
+    const int lastLine = qMax(1, lines.size());
+    for (int i = 0; i < count; ++i) {
+        if (lineOf[i] == 0)
+            errors.append(location(fileName, lastLine)
+                          + QStringLiteral("missing slot name \"%1\"").arg(QString::fromUtf8(LCQT_names[i])));
+    }
+    return errors.size() == errorsBefore;
+}
+
+QByteArray compile(const QStringList& texts)
+{
+    QByteArray block;
+    QVector<quint32> offsets;
+    for (const QString& text : texts) {
+        offsets.append(static_cast<quint32>(block.size()));
+        block.append(text.toUtf8());
+        block.append('\0');
+    }
+
+    QByteArray out;
+    appendInt(out, 0);                  // reserved
+    out.append("LCLR", 4);              // the magic, little-endian
+    appendInt(out, 1);                  // version
+    appendInt(out, 8);                  // unit
+    appendInt(out, LCQT_info.id);
+    appendInt(out, static_cast<quint32>(texts.size()));
+    appendInt(out, static_cast<quint32>(block.size()));
+    for (quint32 offset : offsets)
+        appendInt(out, offset);
+    out.append(block);
+    return out;
+}
+
+QByteArray escape(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    QByteArray out;
+    out.reserve(bytes.size());
+    for (char c : bytes) {
+        switch (c) {
+        case '\\': out.append("\\\\"); break;
+        case '\n': out.append("\\n"); break;
+        case '\r': out.append("\\r"); break;
+        case '\t': out.append("\\t"); break;
+        default: out.append(c); break;
+        }
+    }
+    return out;
+}
+
+QByteArray toSource(const QStringList& texts)
+{
+    QByteArray out;
+    for (int i = 0; i < texts.size() && i < LCQT_info.count; ++i) {
+        out.append(LCQT_names[i]);
+        out.append('\t');
+        out.append(escape(texts.at(i)));
+        out.append('\n');
+    }
+    return out;
+}
+
+} // namespace LocFile
