@@ -7,6 +7,7 @@
 #include "gallery.h"
 
 #include "edirs.h"
+#include "eresource.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -136,6 +137,8 @@ int main(int argc, char** argv)
     // Start-up order: language first, then the library's texts, then windows.
     const char* language = EDirs::getLanguage();
     Q_UNUSED(language);
+    // The images of the library's icon table, painted at build time into the resource tree.
+    Resource::load(EDirs::getResourceDir().filePath(QStringLiteral("icons.rcc")));
 
     GalleryWindow window;
     if (!shotDir.isEmpty())
