@@ -113,6 +113,12 @@ int Module::load(const char* language, std::string* error)
         makeError(error, fileName, errno > 1 ? -errno : -1);
         return 0;
     }
+    // fopen happily opens a directory for reading; the loader would then see an empty file.
+    struct stat st;
+    if (::fstat(::fileno(file.get()), &st) == 0 && S_ISDIR(st.st_mode)) {
+        makeError(error, fileName, -EISDIR);
+        return 0;
+    }
 
     int code = 0;
     try {
