@@ -6,6 +6,7 @@
 // every page to DIR/NN_<page>.png and exits.
 #include "gallery.h"
 
+#include "cg_loc_modules.h"
 #include "edirs.h"
 #include "eresource.h"
 
@@ -136,7 +137,13 @@ int main(int argc, char** argv)
 
     // Start-up order: language first, then the library's texts, then windows.
     const char* language = EDirs::getLanguage();
-    Q_UNUSED(language);
+    Loc::GUIModule guiTexts;
+    Loc::QTLibModule qtTexts;
+    std::string error;
+    if (!guiTexts.load(language, &error))
+        std::fprintf(stderr, "gallery: %s; going on in English\n", error.c_str());
+    if (!qtTexts.load(language, &error))
+        std::fprintf(stderr, "gallery: %s; Qt's own texts stay English\n", error.c_str());
     // The images of the library's icon table, painted at build time into the resource tree.
     Resource::load(EDirs::getResourceDir().filePath(QStringLiteral("icons.rcc")));
 
