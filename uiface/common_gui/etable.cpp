@@ -103,6 +103,8 @@ ETable::~ETable()
 void ETable::init()
 {
     verticalHeader()->hide();
+    // Qt 5 clamps row heights to a style minimum with header margins; rows here are compact.
+    verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 2);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 2);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft);
@@ -257,6 +259,7 @@ void ETable::adjustSizeHintToContent()
 
 void ETable::setRowHeight(int height)
 {
+    verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 2);
     verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height() + 2, height + 4));
 }
 
