@@ -52,6 +52,7 @@ struct ModalSeen
 /// `ModalAnswerer answer({ModalAnswer::key(Qt::Key_Escape), ModalAnswer::text("&Save")});`
 /// If no box appears within the timeout, or a box does not close after its answer, the helper stops,
 /// records why in error() and closes a stuck box, so a test fails instead of hanging.
+/// Keep one answerer alive at a time: two would race for the same box.
 class ModalAnswer
 {
 public:
