@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+#pragma once
+
+#include "common_gui_export.h"
+
+#include <QPushButton>
+
+class QIcon;
+
+/// A square push button that shows only an icon: its width is fixed to its height.
+///
+/// \code
+/// auto* browse = new EIconButton(style()->standardIcon(QStyle::SP_DirOpenIcon), this);
+/// browse->setSlotForClick(this, SLOT(browse()));
+/// \endcode
+class COMMON_GUI_EXPORT EIconButton : public QPushButton
+{
+public:
+    explicit EIconButton(const QIcon& icon, QWidget* parent = nullptr);
+
+    /// Returns whether the connection was made.
+    bool setSlotForClick(QObject* receiver, const char* slot);
+};
