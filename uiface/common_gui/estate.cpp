@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+#include "estate.h"
+
+#include "esettings.h"
+
+#include <QDataStream>
+#include <QGuiApplication>
+#include <QRect>
+#include <QScreen>
+#include <QSettings>
+#include <QWidget>
+
+namespace {
+
+const QString sizeKey()
+{
+    return QStringLiteral("Size");
+}
+
+const QString posKey()
+{
+    return QStringLiteral("Pos");
+}
+
+const QString geometryKey()
+{
+    return QStringLiteral("Geometry");
+}
+
+// Same placement as EUtils::center: size hint, centred on the primary screen with integer halves.
+void centerWidget(QWidget* w)
+{
+    w->resize(w->sizeHint());
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QRect r = screen->geometry();
+    w->move((r.left() + r.right()) / 2 - (w->width() - 1) / 2, (r.top() + r.bottom()) / 2 - (w->height() - 1) / 2);
+}
+
+// QWidget::restoreGeometry reads whatever is there and accepts a cut-off record, which places
+// the window at random (a 1 x 1 window is typical). Read the fields Qt 5 writes and refuse the
+// bytes unless they are all present and describe a window of some size.
+bool geometryIsComplete(const QByteArray& bytes)
+{
+    QDataStream stream(bytes);
+    stream.setVersion(QDataStream::Qt_4_0);
+    quint32 magic = 0;
+    quint16 major = 0;
+    quint16 minor = 0;
+    QRect frame;
+    QRect normal;
+    qint32 screen = 0;
+    quint8 maximized = 0;
+    quint8 fullScreen = 0;
+    stream >> magic >> major >> minor >> frame >> normal >> screen >> maximized >> fullScreen;
+    if (major > 1) {
+        qint32 screenWidth = 0;
+        stream >> screenWidth;
+    }
+    if (major > 2) {
+        QRect geometry;
+        stream >> geometry;
+    }
+    return stream.status() == QDataStream::Ok && magic == 0x1D9D0CB && normal.isValid();
+}
+
+} // namespace
+
+EState::EState(const char* name)
+    : name(QString::fromLatin1(name))
+{
+}
+
+EState::~EState() = default;
+
+void EState::saveState()
+{
+    ESettings s(name);
+    saveState(s);
+}
+
+void EState::loadState()
+{
+    ESettings s(name);
+    loadState(s);
+}
+
+void EState::saveLayout(QSettings& s, QWidget* w)
+{
+    s.setValue(sizeKey(), w->size());
+    s.setValue(posKey(), w->pos());
+    s.setValue(geometryKey(), w->saveGeometry());
+}
+
+void EState::loadLayout(QSettings& s, QWidget* w)
+{
+    const QVariant geometry = s.value(geometryKey());
+    const QByteArray bytes = geometry.canConvert<QByteArray>() ? geometry.toByteArray() : QByteArray();
+    if (geometryIsComplete(bytes) && w->restoreGeometry(bytes))
+        return;
+    // "Size" and "Pos" serve files written before "Geometry" existed, and bytes Qt refuses.
+    // A size that is not one (a hand-edited or foreign value) counts as absent: a window of
+    // no size cannot be found again.
+    const QSize size = s.value(sizeKey()).toSize();
+    if (s.contains(sizeKey()) && size.isValid() && !size.isEmpty()) {
+        w->resize(size);
+        w->move(s.value(posKey()).toPoint());
+        return;
+    }
+    centerWidget(w);
+}
