@@ -3,11 +3,10 @@
 #include "estate.h"
 
 #include "esettings.h"
+#include "eutils.h"
 
 #include <QDataStream>
-#include <QGuiApplication>
 #include <QRect>
-#include <QScreen>
 #include <QSettings>
 #include <QWidget>
 
@@ -26,17 +25,6 @@ const QString posKey()
 const QString geometryKey()
 {
     return QStringLiteral("Geometry");
-}
-
-// Same placement as EUtils::center: size hint, centred on the primary screen with integer halves.
-void centerWidget(QWidget* w)
-{
-    w->resize(w->sizeHint());
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (!screen)
-        return;
-    const QRect r = screen->geometry();
-    w->move((r.left() + r.right()) / 2 - (w->width() - 1) / 2, (r.top() + r.bottom()) / 2 - (w->height() - 1) / 2);
 }
 
 // QWidget::restoreGeometry reads whatever is there and accepts a cut-off record, which places
@@ -109,5 +97,5 @@ void EState::loadLayout(QSettings& s, QWidget* w)
         w->move(s.value(posKey()).toPoint());
         return;
     }
-    centerWidget(w);
+    EUtils::center(w);
 }
