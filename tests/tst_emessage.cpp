@@ -3,6 +3,7 @@
 #include "cgtest.h"
 #include "modalhelper.h"
 
+#include "cg_loc_modules.h"
 #include "common_core.h"
 #include "common_gui_loc.h"
 #include "emessage.h"
@@ -93,6 +94,10 @@ private slots:
 
     void boxParentIsTheActiveModalWidget();
     void boxParentIsTheActiveWindowWithoutModal();
+
+    // Last: it leaves Qt's Russian translator installed.
+    void russianTitlesAndButtonsAfterLoadingTheLanguage_data();
+    void russianTitlesAndButtonsAfterLoadingTheLanguage();
 };
 
 void TestEMessage::cleanup()
@@ -430,6 +435,47 @@ void TestEMessage::boxParentIsTheActiveWindowWithoutModal()
     EMessage::info(nullptr, QStringLiteral("hello"));
     QVERIFY2(answer.done(), qPrintable(answer.error()));
     QCOMPARE(answer.seen().parent, static_cast<const QObject*>(&window));
+}
+
+void TestEMessage::russianTitlesAndButtonsAfterLoadingTheLanguage_data()
+{
+    QTest::addColumn<Box>("box");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("yesButton");
+
+    QTest::newRow("info") << Box::Info << QString::fromUtf8("Информация") << QString();
+    QTest::newRow("erro") << Box::Erro << QString::fromUtf8("Ошибка") << QString();
+    QTest::newRow("warn") << Box::Warn << QString::fromUtf8("Предупреждение") << QString();
+    QTest::newRow("askall") << Box::AskAll << QString::fromUtf8("Вопрос") << QString::fromUtf8("Да");
+}
+
+void TestEMessage::russianTitlesAndButtonsAfterLoadingTheLanguage()
+{
+    QFETCH(Box, box);
+    QFETCH(QString, title);
+    QFETCH(QString, yesButton);
+
+    CgTest::Environment::useBuildResources();
+    static Loc::GUIModule texts;
+    static Loc::QTLibModule qtTexts;
+    std::string error;
+    QVERIFY2(texts.load("rus", &error), error.c_str());
+    QVERIFY2(qtTexts.load("rus", &error), error.c_str());
+
+    ModalAnswerer answer(Qt::Key_Return);
+    run(box, QStringLiteral("text"));
+    QVERIFY2(answer.done(), qPrintable(answer.error()));
+    QCOMPARE(answer.seen().title, title);
+    if (!yesButton.isEmpty())
+        QVERIFY2(answer.seen().plainButtons().contains(yesButton), qPrintable(answer.seen().buttons.join(QLatin1Char(','))));
+
+    if (box == Box::Erro) {
+        ModalAnswerer memory(QMessageBox::Ok);
+        EMessage::erro(nullptr, std::bad_alloc());
+        QVERIFY2(memory.done(), qPrintable(memory.error()));
+        QCOMPARE(memory.seen().text, QString::fromUtf8("Недостаточно памяти"));
+    }
+    QVERIFY2(texts.load("eng", &error), error.c_str());
 }
 
 CG_TEST_MAIN(TestEMessage)

@@ -7,6 +7,7 @@
 #include "gallery.h"
 
 #include "cg_loc_modules.h"
+#include "ectrlc.h"
 #include "edirs.h"
 #include "eresource.h"
 
@@ -132,6 +133,7 @@ int main(int argc, char** argv)
         shotDir = QStringLiteral("gallery-screenshots");
 
     QApplication app(argc, argv);
+    ECtrlC ctrlC; // Ctrl+C in the terminal closes the gallery like its window does
     std::stable_sort(galleryPages().begin(), galleryPages().end(),
                      [](const GalleryPage& a, const GalleryPage& b) { return a.order < b.order; });
 
