@@ -131,7 +131,7 @@ private slots:
     void ownSetterRaisesOnlyTheGeneralSignal();
     void userActionsRaiseBothSignals_data();
     void userActionsRaiseBothSignals();
-    void connectorsRefuseUnknownSlots();
+    void buttonConnectorsReportClicks();
 
     void unixTimeShowsInLocalTime();
     void currentDateTimeIsWholeSecondsAndNotAUserChange();
@@ -285,44 +285,18 @@ void TestEFields::userActionsRaiseBothSignals()
     QCOMPARE(counter.user, counter.all);
 }
 
-void TestEFields::connectorsRefuseUnknownSlots()
+void TestEFields::buttonConnectorsReportClicks()
 {
     Counter counter;
-    const char* missing = SLOT(noSuchSlot());
-    const QRegularExpression noSuchSlot(QStringLiteral("No such slot"));
-    EEditBox edit;
-    ESpinBox spin;
-    EDateTimeBox dateTime;
-    ETimeBox time;
-    ECheckBox check;
     EButton button(QStringLiteral("B"));
     EIconButton icon{QIcon()};
-    const QList<std::function<bool()>> connectors = {
-        [&] { return edit.setSlotForChangeText(&counter, missing); },
-        [&] { return edit.setSlotForUserChangeText(&counter, missing); },
-        [&] { return spin.setSlotForChangeValue(&counter, missing); },
-        [&] { return spin.setSlotForUserChangeValue(&counter, missing); },
-        [&] { return dateTime.setSlotForChangeValue(&counter, missing); },
-        [&] { return dateTime.setSlotForUserChangeValue(&counter, missing); },
-        [&] { return time.setSlotForChangeValue(&counter, missing); },
-        [&] { return time.setSlotForUserChangeValue(&counter, missing); },
-        [&] { return check.setSlotForToggle(&counter, missing); },
-        [&] { return check.setSlotForUserToggle(&counter, missing); },
-        [&] { return button.setSlotForClick(&counter, missing); },
-        [&] { return icon.setSlotForClick(&counter, missing); },
-    };
-    for (const auto& connect : connectors) {
-        QTest::ignoreMessage(QtWarningMsg, noSuchSlot);
-        QVERIFY(!connect());
-    }
-
-    // Clicks reach the receiver through the button connectors.
     QVERIFY(button.setSlotForClick(&counter, SLOT(anyChange())));
     QVERIFY(icon.setSlotForClick(&counter, SLOT(userChange())));
     button.click();
     icon.click();
+    icon.click();
     QCOMPARE(counter.all, 1);
-    QCOMPARE(counter.user, 1);
+    QCOMPARE(counter.user, 2);
 }
 
 void TestEFields::unixTimeShowsInLocalTime()

@@ -483,9 +483,6 @@ void TestEPair::radioGroupReportsOnlyUserClicks()
     QTest::mouseClick(up, Qt::LeftButton);
     QCOMPARE(receiver.ids, (QList<int>{10, 10}));
     QVERIFY(!down->isChecked());
-
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("No such slot")));
-    QVERIFY(!radio.setSlotForUserToggle(&receiver, SLOT(noSuchSlot(int))));
 }
 
 void TestEPair::radioGroupAddressesButtonsById()
