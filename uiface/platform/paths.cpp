@@ -3,6 +3,7 @@
 #include "paths.h"
 
 #include <climits>
+#include <dlfcn.h>
 #include <cstdlib>
 #include <mutex>
 #include <set>
@@ -12,6 +13,9 @@
 
 #ifndef CG_INSTALL_DATADIR_ABS
 #define CG_INSTALL_DATADIR_ABS "/usr/local/share/common_gui"
+#endif
+#ifndef CG_DATADIR_FROM_LIBDIR
+#define CG_DATADIR_FROM_LIBDIR "../share/common_gui"
 #endif
 
 namespace {
@@ -50,6 +54,24 @@ std::string executableDir()
     return slash == 0 ? std::string("/") : buffer.substr(0, slash);
 }
 
+// The directory this library was loaded from, so that an install moved to another prefix (or
+// the build tree) still finds its own data directory.
+std::string libraryDir()
+{
+    Dl_info info;
+    if (::dladdr(reinterpret_cast<void*>(&agentEtcDir), &info) == 0 || !info.dli_fname)
+        return std::string();
+    std::string path = info.dli_fname;
+    std::string::size_type slash = path.rfind('/');
+    return slash == std::string::npos ? std::string() : path.substr(0, slash);
+}
+
+std::string canonical(const std::string& path)
+{
+    char resolved[PATH_MAX];
+    return ::realpath(path.c_str(), resolved) ? std::string(resolved) : path;
+}
+
 std::string homeDir()
 {
     if (const char* home = fromEnv("HOME"))
@@ -79,11 +101,13 @@ const char* agentEtcDir()
         return intern(dir);
     // A program run from the build tree (or from an install) finds share/common_gui beside bin/.
     std::string besideBin = std::string(agentBinDir()) + "/../share/common_gui";
-    if (isDir(besideBin)) {
-        char resolved[PATH_MAX];
-        if (::realpath(besideBin.c_str(), resolved))
-            return intern(resolved);
-        return intern(besideBin);
+    if (isDir(besideBin))
+        return intern(canonical(besideBin));
+    const std::string libDir = libraryDir();
+    if (!libDir.empty()) {
+        std::string besideLib = libDir + "/" CG_DATADIR_FROM_LIBDIR;
+        if (isDir(besideLib))
+            return intern(canonical(besideLib));
     }
     return CG_INSTALL_DATADIR_ABS;
 }

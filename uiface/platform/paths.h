@@ -12,7 +12,7 @@
 /// | function                     | variable          | default                                          |
 /// |------------------------------|-------------------|--------------------------------------------------|
 /// | `agentBinDir()`              | `CG_BIN_DIR`      | the directory of the running executable          |
-/// | `agentEtcDir()`              | `CG_RESOURCE_DIR` | `<bin>/../share/common_gui` when it exists, else the installed data directory |
+/// | `agentEtcDir()`              | `CG_RESOURCE_DIR` | `<bin>/../share/common_gui` when it exists, else the data directory beside the library's own directory (`<libdir>/../share/common_gui`), else the configured install data directory |
 /// | `userDataDirForWrite_utf8()` | `CG_USER_DIR`     | `$XDG_CONFIG_HOME/<product>` (`~/.config/<product>`) |
 /// | `userDataCommonDir_utf8()`   | `CG_COMMON_DIR`   | first entry of `$XDG_CONFIG_DIRS` (`/etc/xdg`) + `/<product>` |
 /// | `productName()`              | `CG_PRODUCT_NAME` | "common_gui"                                     |

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+// Built against an installed common_gui, through CMake and through pkg-config. Exits with the
+// number of failed checks.
+#include "common_core.h"
+#include "convi.h"
+#include "edirs.h"
+#include "esettings.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+namespace {
+
+int failures = 0;
+
+void check(bool ok, const char* what)
+{
+    std::printf("%s: %s\n", ok ? "ok" : "FAILED", what);
+    if (!ok)
+        ++failures;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: consumer <install prefix>\n");
+        return 100;
+    }
+    const QString prefix = QFileInfo(QString::fromUtf8(argv[1])).canonicalFilePath();
+
+    // With no CG_RESOURCE_DIR the library finds the data directory of its own install.
+    const QString resources = QString::fromUtf8(EDirs::c_resourceDir());
+    check(resources == prefix + QStringLiteral("/share/common_gui"), "resource dir is the install's");
+    check(QFileInfo::exists(resources + QStringLiteral("/translations/common_gui_rus.lcl")),
+          "the Russian localization file is installed");
+
+    EDirs::setLanguage("rus");
+    check(streq(EDirs::getLanguage(), "rus"), "language stored in lang.ini and read back");
+
+    {
+        ESettings settings(QStringLiteral("Consumer"));
+        settings.setValue(QStringLiteral("Answer"), 42);
+    }
+    {
+        ESettings settings(QStringLiteral("Consumer"));
+        check(settings.value(QStringLiteral("Answer")).toInt() == 42, "settings written and read");
+    }
+
+    const std::string file = std::string(EDirs::c_settingsDir()) + "/bytes.bin";
+    UTF8File::save(file.c_str(), "\xcf\xf0\xe8\xe2\xe5\xf2", 6);   // "Привет" in Windows-1251
+    ArrayHolder<char> buffer;
+    const unsigned size = UTF8File::load(file.c_str(), buffer, 100, false);
+    check(size == 6, "UTF8File round trip");
+
+    convi toUtf8(CP_WINDOWS1251, CP_UTF8);
+    const unsigned need = toUtf8.get_outsize(buffer.get(), size);
+    std::string text(need, '\0');
+    if (need)
+        toUtf8.convert_safe(buffer.get(), size, &text[0], need);
+    check(need == 13 && std::strcmp(text.c_str(), "\xd0\x9f\xd1\x80\xd0\xb8\xd0\xb2\xd0\xb5\xd1\x82") == 0,
+          "Windows-1251 converted to UTF-8");
+
+    return failures;
+}
