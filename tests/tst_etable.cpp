@@ -12,6 +12,8 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPointer>
+#include <QRandomGenerator>
+#include <QRegExp>
 #include <QScrollBar>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -131,6 +133,7 @@ private slots:
     void find();
     void findStopsAtTheEndWithoutWrapping();
     void findMatchBecomesTheOnlySelectedCell();
+    void wholeWordAgreesWithSplittingAtNonWordRuns();
     void headerStateRoundTrips();
     void unusableHeaderStateLeavesColumnsAlone_data();
     void unusableHeaderStateLeavesColumnsAlone();
@@ -494,6 +497,46 @@ void TestETable::findMatchBecomesTheOnlySelectedCell()
     QCOMPARE(selected.size(), 1);
     QCOMPARE(selected.first(), table.model()->index(1, 1));
     QCOMPARE(table.selectionModel()->currentIndex(), table.model()->index(1, 1));
+}
+
+void TestETable::wholeWordAgreesWithSplittingAtNonWordRuns()
+{
+    // Letters, digits, '_', marks, case pairs, separators and a surrogate pair, mixed at random.
+    const QStringList pieces{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("A"), QStringLiteral("B"),
+                             QStringLiteral("_"), QStringLiteral("-"), QStringLiteral(" "), QStringLiteral("1"),
+                             QStringLiteral("."), QString(QChar(0x00e9)), QString(QChar(0x0301)),
+                             QString(QChar(0x00df)), QString(QChar(0x212a)), QStringLiteral("k"),
+                             QString::fromUtf8("\xf0\x9f\x98\x80"), QStringLiteral("ab")};
+    QRandomGenerator random(20240611);
+    QVector<QStringList> rows;
+    for (int r = 0; r < 400; ++r) {
+        QString cell;
+        const int length = random.bounded(7);
+        for (int i = 0; i < length; ++i)
+            cell += pieces.at(random.bounded(pieces.size()));
+        rows << QStringList{cell};
+    }
+    QStringList texts{QString(), QStringLiteral("a"), QStringLiteral("ab"), QStringLiteral("AB"), QStringLiteral("b_"),
+                      QStringLiteral("1"), QStringLiteral("a-b"), QStringLiteral("K"), QString(QChar(0x00e9)),
+                      QString(QChar(0x0301)), QStringLiteral("a ")};
+    for (int i = 0; i < 10; ++i)
+        texts << rows.at(random.bounded(rows.size())).first().left(3);
+
+    ETable table(new GridModel(rows), true);
+    const QRegExp nonWord(QStringLiteral("\\W+"));
+    for (const QString& text : texts) {
+        for (Qt::CaseSensitivity cs : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
+            QList<int> expected;
+            for (int r = 0; r < rows.size(); ++r) {
+                if (rows.at(r).first().split(nonWord, Qt::KeepEmptyParts).contains(text, cs))
+                    expected << r;
+            }
+            QList<int> found;
+            for (bool fromStart = true; table.find(text, cs, true, true, 1, fromStart); fromStart = false)
+                found << table.currentRow();
+            QVERIFY2(found == expected, qPrintable(QStringLiteral("text '%1'").arg(text)));
+        }
+    }
 }
 
 void TestETable::headerStateRoundTrips()

@@ -7,7 +7,6 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
-#include <QRegExp>
 #include <QScrollBar>
 #include <QSettings>
 #include <QStringList>
@@ -77,6 +76,38 @@ QString ETableModel::getCellToolTip(int row, int column) const
 {
     return getCell(row, column);
 }
+
+// ---------------------------------------------------------------- whole words
+
+namespace {
+
+// A word character as QRegExp's \w has it; everything else separates words.
+bool isWordChar(QChar c)
+{
+    return c.isLetterOrNumber() || c.isMark() || c == QLatin1Char('_');
+}
+
+// Whether one of the parts of \a cell between runs of non-word characters equals \a text: the
+// answer of cell.split(QRegExp("\\W+"), Qt::KeepEmptyParts).contains(text, cs), found by checking
+// the boundaries of each occurrence instead of building the parts. Splitting with the regular
+// expression took three quarters of a whole-word search over cells that hold the text.
+bool containsWord(const QString& cell, const QString& text, Qt::CaseSensitivity cs)
+{
+    if (text.isEmpty()) // an empty part exists before a leading or after a trailing separator
+        return cell.isEmpty() || !isWordChar(cell.front()) || !isWordChar(cell.back());
+    if (!std::all_of(text.begin(), text.end(), isWordChar))
+        return false;
+    const int size = text.size();
+    for (int at = cell.indexOf(text, 0, cs); at >= 0; at = cell.indexOf(text, at + 1, cs)) {
+        const int end = at + size;
+        if ((at == 0 || !isWordChar(cell.at(at - 1))) && (end == cell.size() || !isWordChar(cell.at(end)))
+            && std::all_of(cell.begin() + at, cell.begin() + end, isWordChar))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
 
 // ---------------------------------------------------------------- ETable
 
@@ -310,7 +341,6 @@ bool ETable::find(const QString& text, Qt::CaseSensitivity cs, bool wholeWord, b
         examine = true;
     }
 
-    const QRegExp nonWord(QStringLiteral("\\W+"), Qt::CaseSensitive);
     for (;;) {
         if (!examine) {
             column += step;
@@ -324,11 +354,7 @@ bool ETable::find(const QString& text, Qt::CaseSensitivity cs, bool wholeWord, b
         examine = false;
 
         const QString cell = getText(row, column);
-        // Every whole word is also a substring: a cell without the text cannot hold the word, and
-        // skipping the split there keeps the whole-word search about as fast as the plain one.
-        bool match = cell.indexOf(text, 0, cs) >= 0;
-        if (match && wholeWord)
-            match = cell.split(nonWord, Qt::KeepEmptyParts).contains(text, cs);
+        const bool match = wholeWord ? containsWord(cell, text, cs) : cell.indexOf(text, 0, cs) >= 0;
         if (match) {
             const QModelIndex index = m->index(row, column);
             sm->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Current);
