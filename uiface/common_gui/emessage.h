@@ -18,12 +18,11 @@ class TTT;
 /// Errors can also be collected instead of shown, for operations that may fail many times in a row:
 /// \code
 /// EMessage::setCumulativeErrorMode();
-/// for (const QString& file : files)
-///     if (!load(file))
-///         EMessage::erro(this, tr("Cannot load %1").arg(file));   // collected, no box
-/// const QString errors = EMessage::getCumulativeError();         // mode is off again
-/// if (!errors.isNull())
-///     EMessage::info(this, errors);
+/// EMessage::erro(nullptr, QStringLiteral("a.cer: the file is empty"));      // collected, no box
+/// EMessage::erro(nullptr, std::string("b.cer: the certificate has expired"));
+/// EMessage::erro(nullptr, TTT("c.cer: unknown format"));
+/// const QString all = EMessage::getCumulativeError();   // "a.cer...\r\nb.cer...\r\nc.cer...", mode off
+/// EMessage::erro(this, all);                            // one box with all three
 /// \endcode
 ///
 /// The \a parent argument of every box is not used to place it: the box's parent is always
