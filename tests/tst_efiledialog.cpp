@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // SPDX-FileCopyrightText: common_gui developers
-// common_gui_loc.h first: its loader header names a member "slots", which Qt's keyword macro eats.
-#include "common_gui_loc.h"
-
 #include "cgtest.h"
 
+#include "common_gui_loc.h"
 #include "edirs.h"
 #include "efiledialog.h"
 #include "esettings.h"
