@@ -14,6 +14,7 @@
 #include <QTextCodec>
 
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstring>
 #include <sys/mount.h>
@@ -385,6 +386,10 @@ void TestPlatform::moduleLoadFailures_data()
     QTest::newRow("ends early") << QByteArray("pol") << 6 << 1 << QStringLiteral("code 6") << 1;
     QTest::newRow("unknown code") << QByteArray("ukr") << 42 << 1 << QStringLiteral("code 42") << 1;
     QTest::newRow("negative code") << QByteArray("bel") << -1 << 1 << QStringLiteral("code -1") << 1;
+    QTest::newRow("most negative code") << QByteArray("lit") << INT_MIN << 1
+                                        << QStringLiteral("code %1").arg(INT_MIN) << 1;
+    QTest::newRow("language leaving the directory") << QByteArray("x/../../probe_rus") << 0 << 0
+                                                    << reason(EINVAL) << 0;
 }
 
 void TestPlatform::moduleLoadFailures()

@@ -100,8 +100,9 @@ int Module::load(const char* language, std::string* error)
 {
     std::string fileName = std::string(agentEtcDir()) + "/translations/" + name + '_'
         + (language ? language : "") + ".lcl";
-    if (!language || !*language) {
-        makeError(error, fileName, -ENOENT);
+    // The language comes from lang.ini; it must not lead out of the translations directory.
+    if (!language || !*language || std::strchr(language, '/')) {
+        makeError(error, fileName, -EINVAL);
         return 0;
     }
 
@@ -138,9 +139,9 @@ void Module::makeError(std::string* error, const std::string& fileName, int code
     if (!error)
         return;
     std::string reason;
-    if (code < -1)
+    if (code < -1 && code > -4096)   // the range of errno values, and safe to negate
         reason = systemReason(-code);
-    else if (code == -1)
+    else if (code < 0)
         reason = "the file could not be loaded";
     else
         reason = loaderReason(code);

@@ -56,7 +56,8 @@ public:
 
     /// Opens the module's file for \a language, reads it with loadFile() and closes it. Returns 1 on
     /// success. On a missing or unreadable file, a non-zero code from loadFile() or an int thrown by
-    /// it, fills *error (when \a error is not null) through makeError() and returns 0.
+    /// it, fills *error (when \a error is not null) through makeError() and returns 0. A null or
+    /// empty language, or one with a '/', is refused the same way without touching the disk.
     virtual int load(const char* language, std::string* error);
     /// Reads an opened file; 0 on success, else an error code. The base's version throws the int -1:
     /// modules that use the base's load() must override it.
@@ -66,9 +67,9 @@ protected:
     Module(std::string name = {}, QTLocLoader::Localization* table = nullptr);
 
     /// Composes an English error text naming \a fileName and \a code into *error (nothing when
-    /// \a error is null). A code below -1 is a system error whose errno is -code and the text adds the
-    /// system's reason; -1 means the file could not be loaded at all; a positive code is the loader's
-    /// (see QTLocLoader::load) and the text says what it means.
+    /// \a error is null). A code from -2 to -4095 is a system error whose errno is -code and the text
+    /// adds the system's reason; -1 (or any other negative code) means the file could not be loaded; a
+    /// positive code is the loader's (see QTLocLoader::load) and the text says what it means.
     static void makeError(std::string* error, const std::string& fileName, int code);
 };
 
