@@ -32,6 +32,7 @@ private slots:
     // Order matters: the icon cache and the registered resources live for the whole process.
     void loadRefusesWhatIsNotAResourceFile_data();
     void loadRefusesWhatIsNotAResourceFile();
+    void loadRefusesADirectory();
     void loadRegistersABinaryResourceFile();
     void getPixmapLoadsOnceAndKeepsThePixmap();
     void pathThatDoesNotLoadGivesCachedNullPixmap_data();
@@ -62,6 +63,10 @@ void TestEResource::loadRefusesWhatIsNotAResourceFile_data()
     QTest::newRow("text") << QByteArray("not a resource file\n") << true;
     QTest::newRow("magic only") << QByteArray("qres") << true;
     QTest::newRow("truncated") << bytes.left(bytes.size() / 2) << true;
+    QTest::newRow("header only") << bytes.left(20) << true;
+    QByteArray future = bytes;
+    future[7] = char(9);
+    QTest::newRow("unknown format version") << future << true;
 }
 
 void TestEResource::loadRefusesWhatIsNotAResourceFile()
@@ -76,6 +81,11 @@ void TestEResource::loadRefusesWhatIsNotAResourceFile()
     }
     QVERIFY(!Resource::load(file));
     QVERIFY(!QFile::exists(QStringLiteral(":/tb_log.png")));
+}
+
+void TestEResource::loadRefusesADirectory()
+{
+    QVERIFY(!Resource::load(scratch.path()));
 }
 
 void TestEResource::loadRegistersABinaryResourceFile()
