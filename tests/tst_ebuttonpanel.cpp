@@ -1,0 +1,416 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+#include "cgtest.h"
+#include "modalhelper.h"
+
+#include "common_gui_loc.h"
+#include "ebuttonpanel.h"
+#include "edialog.h"
+#include "eeditbox.h"
+#include "ehelpbutton.h"
+#include "eintdialog.h"
+#include "emessage.h"
+#include "espinbox.h"
+#include "estrdialog.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+
+Q_DECLARE_METATYPE(EButtonPanel::Buttons)
+
+namespace {
+
+using P = EButtonPanel;
+
+QString padded(const QString& caption)
+{
+    return QLatin1Char(' ') + caption + QLatin1Char(' ');
+}
+
+/// The buttons of the row, left to right, as the layout holds them.
+QList<QPushButton*> rowButtons(EButtonPanel& panel)
+{
+    QList<QPushButton*> list;
+    QLayout* row = panel.layout();
+    for (int i = 0; i < row->count(); ++i)
+        if (auto* b = qobject_cast<QPushButton*>(row->itemAt(i)->widget()))
+            list.append(b);
+    return list;
+}
+
+QStringList captions(const QList<QPushButton*>& buttons)
+{
+    QStringList list;
+    for (QPushButton* b : buttons)
+        list.append(b->text());
+    return list;
+}
+
+/// A dialog whose slots the panel connects to by name.
+class Owner : public QDialog
+{
+    Q_OBJECT
+public slots:
+    void okPressed() { ++oks; }
+    void cancelPressed() { ++cancels; }
+
+public:
+    int oks = 0;
+    int cancels = 0;
+};
+
+/// Counts the panel's four signals.
+struct Signals
+{
+    explicit Signals(EButtonPanel& p)
+        : ok(&p, &EButtonPanel::ok), cancel(&p, &EButtonPanel::cancel), help(&p, &EButtonPanel::help),
+          back(&p, &EButtonPanel::back)
+    {
+    }
+    QString fired() const
+    {
+        QString s;
+        for (const auto& [name, spy] : {std::pair<const char*, const QSignalSpy*>{"ok", &ok}, {"cancel", &cancel},
+                                        {"help", &help}, {"back", &back}})
+            s += QString::fromLatin1(name).repeated(spy->count());
+        return s;
+    }
+    QSignalSpy ok, cancel, help, back;
+};
+
+} // namespace
+
+class TestEButtonPanel : public QObject
+{
+    Q_OBJECT
+private slots:
+    void buttonsComeInTheFixedOrder_data();
+    void buttonsComeInTheFixedOrder();
+    void eachButtonReportsItsSignal_data();
+    void eachButtonReportsItsSignal();
+    void rowIsCentredAtTheBottomWithHouseSpacing();
+    void slotsOfTheParentAreConnectedByName();
+    void enableOKActsOnTheLastConfirmingButton();
+    void enableOKWithoutConfirmingButtonChangesNothing();
+    void addButtonAppendsAtTheEnd_data();
+    void addButtonAppendsAtTheEnd();
+    void clearEmptiesTheRowButKeepsTheButtons();
+    void addButtonsAgainAppendsASecondSet();
+
+    void intDialogWritesBackOnlyOnOk_data();
+    void intDialogWritesBackOnlyOnOk();
+    void strDialogUpdatesTheStringOnlyAfterAccepted_data();
+    void strDialogUpdatesTheStringOnlyAfterAccepted();
+};
+
+void TestEButtonPanel::buttonsComeInTheFixedOrder_data()
+{
+    QTest::addColumn<EButtonPanel::Buttons>("flags");
+    QTest::addColumn<QStringList>("expected");
+    QTest::addColumn<QString>("okCaption"); // the confirming button; empty: none
+
+    const QString back = padded(LCQT__Back), save = padded(LCQT__Save), ok = padded(LCQT__OK),
+                  next = padded(LCQT__Next), finish = padded(LCQT__Finish), cancel = padded(LCQT__Cancel),
+                  close = padded(LCQT__Close), help = padded(LCQT__Help);
+    QTest::newRow("OK|Cancel|Help|Back") << (P::OK | P::Cancel | P::Help | P::Back)
+                                         << QStringList{back, ok, cancel, help} << ok;
+    QTest::newRow("Back|Help|Cancel|OK") << (P::Back | P::Help | P::Cancel | P::OK)
+                                         << QStringList{back, ok, cancel, help} << ok;
+    QTest::newRow("all eight") << (P::Close | P::Help | P::Finish | P::Next | P::Cancel | P::Save | P::OK | P::Back)
+                               << QStringList{back, save, ok, next, finish, cancel, close, help} << finish;
+    QTest::newRow("Save|Finish") << (P::Finish | P::Save) << QStringList{save, finish} << finish;
+    QTest::newRow("wizard page") << (P::Cancel | P::Next | P::Back) << QStringList{back, next, cancel} << next;
+    QTest::newRow("Close|Help") << (P::Help | P::Close) << QStringList{close, help} << QString();
+    QTest::newRow("none") << EButtonPanel::Buttons() << QStringList() << QString();
+}
+
+void TestEButtonPanel::buttonsComeInTheFixedOrder()
+{
+    QFETCH(EButtonPanel::Buttons, flags);
+    QFETCH(QStringList, expected);
+    QFETCH(QString, okCaption);
+
+    QDialog dialog;
+    EButtonPanel panel(&dialog, flags);
+    const QList<QPushButton*> buttons = rowButtons(panel);
+    QCOMPARE(captions(buttons), expected);
+    QCOMPARE(panel.okButton ? panel.okButton->text() : QString(), okCaption);
+
+    // Every confirming button asks to be the default; inside one dialog Qt keeps the last one.
+    for (QPushButton* b : buttons) {
+        QCOMPARE(b->isDefault(), b == panel.okButton);
+        QCOMPARE(b->parent(), &panel);
+    }
+}
+
+void TestEButtonPanel::eachButtonReportsItsSignal_data()
+{
+    QTest::addColumn<EButtonPanel::Buttons>("flag");
+    QTest::addColumn<QString>("fired");
+    QTest::newRow("OK") << EButtonPanel::Buttons(P::OK) << QStringLiteral("ok");
+    QTest::newRow("Save") << EButtonPanel::Buttons(P::Save) << QStringLiteral("ok");
+    QTest::newRow("Next") << EButtonPanel::Buttons(P::Next) << QStringLiteral("ok");
+    QTest::newRow("Finish") << EButtonPanel::Buttons(P::Finish) << QStringLiteral("ok");
+    QTest::newRow("Cancel") << EButtonPanel::Buttons(P::Cancel) << QStringLiteral("cancel");
+    QTest::newRow("Close") << EButtonPanel::Buttons(P::Close) << QStringLiteral("cancel");
+    QTest::newRow("Back") << EButtonPanel::Buttons(P::Back) << QStringLiteral("back");
+    QTest::newRow("Help") << EButtonPanel::Buttons(P::Help) << QStringLiteral("help");
+}
+
+void TestEButtonPanel::eachButtonReportsItsSignal()
+{
+    QFETCH(EButtonPanel::Buttons, flag);
+    QFETCH(QString, fired);
+
+    QDialog dialog;
+    EButtonPanel panel(&dialog, flag, "panel-topic.html");
+    Signals spies(panel);
+    const QList<QPushButton*> buttons = rowButtons(panel);
+    QCOMPARE(buttons.size(), 1);
+
+    // The Help button also opens its page; no page is installed, so the error is collected.
+    EMessage::setCumulativeErrorMode();
+    QTest::mouseClick(buttons.first(), Qt::LeftButton);
+    const QString error = EMessage::getCumulativeError();
+    QCOMPARE(spies.fired(), fired);
+    if (flag == P::Help) {
+        QVERIFY(qobject_cast<EHelpButton*>(buttons.first()));
+        QVERIFY(error.endsWith(QStringLiteral("panel-topic.html.")));
+    } else {
+        QVERIFY(error.isNull());
+    }
+}
+
+void TestEButtonPanel::rowIsCentredAtTheBottomWithHouseSpacing()
+{
+    QDialog dialog;
+    EButtonPanel panel(&dialog);
+    auto* row = qobject_cast<QBoxLayout*>(panel.layout());
+    QVERIFY(row);
+    QCOMPARE(row->direction(), QBoxLayout::LeftToRight);
+    QCOMPARE(row->spacing(), 8);
+    QCOMPARE(row->contentsMargins(), QMargins(0, 0, 0, 0));
+    QCOMPARE(int(row->alignment()), 0x44);
+    QCOMPARE(captions(rowButtons(panel)), (QStringList{padded(LCQT__OK), padded(LCQT__Cancel)}));
+}
+
+void TestEButtonPanel::slotsOfTheParentAreConnectedByName()
+{
+    Owner owner;
+    auto* panel = new EButtonPanel(&owner, P::Save | P::Cancel | P::Close, nullptr, SLOT(okPressed()),
+                                   SLOT(cancelPressed()));
+    for (QPushButton* b : rowButtons(*panel))
+        QTest::mouseClick(b, Qt::LeftButton);
+    QCOMPARE(owner.oks, 1);
+    QCOMPARE(owner.cancels, 2);
+
+    // Without slot strings nothing is connected; without a parent nothing can be.
+    Owner quiet;
+    auto* plain = new EButtonPanel(&quiet, P::OK | P::Cancel);
+    for (QPushButton* b : rowButtons(*plain))
+        QTest::mouseClick(b, Qt::LeftButton);
+    QCOMPARE(quiet.oks + quiet.cancels, 0);
+    EButtonPanel orphan(nullptr, P::OK, nullptr, SLOT(okPressed()), SLOT(cancelPressed()));
+    QVERIFY(orphan.okButton);
+}
+
+void TestEButtonPanel::enableOKActsOnTheLastConfirmingButton()
+{
+    QDialog dialog;
+    EButtonPanel panel(&dialog, P::Save | P::Finish | P::Cancel);
+    QPushButton* save = panel.findChild<QPushButton*>(QStringLiteral("saveButton"));
+    QPushButton* finish = panel.findChild<QPushButton*>(QStringLiteral("finishButton"));
+    QVERIFY(save && finish);
+    QCOMPARE(panel.okButton, finish);
+
+    panel.enableOK(false);
+    QVERIFY(!finish->isEnabled());
+    QVERIFY(save->isEnabled());
+    Signals spies(panel);
+    QTest::mouseClick(save, Qt::LeftButton);
+    QTest::mouseClick(finish, Qt::LeftButton); // disabled: no click
+    QCOMPARE(spies.fired(), QStringLiteral("ok"));
+    panel.enableOK(true);
+    QTest::mouseClick(finish, Qt::LeftButton);
+    QCOMPARE(spies.fired(), QStringLiteral("okok"));
+}
+
+void TestEButtonPanel::enableOKWithoutConfirmingButtonChangesNothing()
+{
+    QDialog dialog;
+    EButtonPanel panel(&dialog, P::Cancel | P::Close | P::Back);
+    QVERIFY(!panel.okButton);
+    panel.enableOK(false);
+    for (QPushButton* b : rowButtons(panel))
+        QVERIFY(b->isEnabled());
+}
+
+void TestEButtonPanel::addButtonAppendsAtTheEnd_data()
+{
+    QTest::addColumn<bool>("isDefault");
+    QTest::addColumn<QString>("fired");
+    QTest::newRow("default button confirms") << true << QStringLiteral("ok");
+    QTest::newRow("other button is left to the caller") << false << QString();
+}
+
+void TestEButtonPanel::addButtonAppendsAtTheEnd()
+{
+    QFETCH(bool, isDefault);
+    QFETCH(QString, fired);
+
+    QDialog dialog;
+    EButtonPanel panel(&dialog, P::OK | P::Help);
+    QPushButton* ok = panel.okButton;
+    QPushButton* extra = panel.addButton(QStringLiteral("&Apply"), isDefault);
+    QCOMPARE(captions(rowButtons(panel)),
+             (QStringList{padded(LCQT__OK), padded(LCQT__Help), QStringLiteral(" &Apply ")}));
+    QCOMPARE(extra->isDefault(), isDefault);
+    QCOMPARE(panel.okButton, isDefault ? extra : ok);
+
+    Signals spies(panel);
+    QTest::mouseClick(extra, Qt::LeftButton);
+    QCOMPARE(spies.fired(), fired);
+    panel.enableOK(false);
+    QCOMPARE(extra->isEnabled(), !isDefault);
+}
+
+void TestEButtonPanel::clearEmptiesTheRowButKeepsTheButtons()
+{
+    QDialog dialog;
+    EButtonPanel panel(&dialog, P::OK | P::Cancel | P::Help);
+    const QList<QPushButton*> before = rowButtons(panel);
+    QPointer<QPushButton> ok = panel.okButton;
+    panel.clear();
+    QCOMPARE(panel.layout()->count(), 0);
+    for (QPushButton* b : before)
+        QCOMPARE(b->parent(), &panel);
+    QCOMPARE(panel.okButton, ok.data());
+
+    panel.addButtons(P::Close, nullptr, nullptr, nullptr);
+    QCOMPARE(captions(rowButtons(panel)), QStringList{padded(LCQT__Close)});
+}
+
+void TestEButtonPanel::addButtonsAgainAppendsASecondSet()
+{
+    QDialog dialog;
+    EButtonPanel panel(&dialog, P::Back | P::Next);
+    panel.addButtons(P::Cancel | P::OK, nullptr, nullptr, nullptr);
+    QCOMPARE(captions(rowButtons(panel)), (QStringList{padded(LCQT__Back), padded(LCQT__Next), padded(LCQT__OK),
+                                                        padded(LCQT__Cancel)}));
+    QCOMPARE(panel.okButton->text(), padded(LCQT__OK));
+}
+
+void TestEButtonPanel::intDialogWritesBackOnlyOnOk_data()
+{
+    QTest::addColumn<int>("initial");
+    QTest::addColumn<int>("min");
+    QTest::addColumn<int>("max");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("finish"); // "Return", "Escape", "ok" or "cancel" (buttons)
+    QTest::addColumn<int>("shown");
+    QTest::addColumn<int>("expected");
+    QTest::addColumn<int>("result");
+
+    QTest::newRow("too big is clamped and written") << 50 << 1 << 10 << QString() << "ok" << 10 << 10 << 1;
+    QTest::newRow("too small is clamped and written") << -3 << 0 << 10 << QString() << "Return" << 0 << 0 << 1;
+    QTest::newRow("typed then Enter") << 5 << 1 << 10 << "7" << "Return" << 5 << 7 << 1;
+    QTest::newRow("typed then OK") << 5 << 1 << 100 << "42" << "ok" << 5 << 42 << 1;
+    QTest::newRow("typed then Escape") << 5 << 1 << 10 << "7" << "Escape" << 5 << 5 << 0;
+    QTest::newRow("typed then Cancel") << 5 << 1 << 10 << "7" << "cancel" << 5 << 5 << 0;
+    QTest::newRow("clamped but cancelled") << 50 << 1 << 10 << QString() << "cancel" << 10 << 50 << 0;
+}
+
+void TestEButtonPanel::intDialogWritesBackOnlyOnOk()
+{
+    QFETCH(int, initial);
+    QFETCH(int, min);
+    QFETCH(int, max);
+    QFETCH(QString, typed);
+    QFETCH(QString, finish);
+    QFETCH(int, shown);
+    QFETCH(int, expected);
+    QFETCH(int, result);
+
+    int value = initial;
+    EIntDialog dialog(nullptr, QStringLiteral("Retries"), QStringLiteral("&Retries:"), min, max, value);
+    int seenValue = -1000;
+    QString seenLabel;
+    ModalAnswerer answer(ModalAnswer::call([&](QWidget* box) {
+        auto* spin = box->findChild<ESpinBox*>();
+        auto* label = box->findChild<QLabel*>();
+        if (!spin || !label)
+            return qobject_cast<QDialog*>(box)->done(-1);
+        seenValue = spin->value();
+        seenLabel = label->text();
+        spin->setFocus();
+        QTest::keyClicks(spin, typed);
+        if (finish == QLatin1String("Return"))
+            QTest::keyClick(spin, Qt::Key_Return);
+        else if (finish == QLatin1String("Escape"))
+            QTest::keyClick(spin, Qt::Key_Escape);
+        else
+            QTest::mouseClick(box->findChild<QPushButton*>(finish + QStringLiteral("Button")), Qt::LeftButton);
+    }));
+    QCOMPARE(dialog.exec(), result);
+    QVERIFY2(answer.done(), qPrintable(answer.error()));
+    QCOMPARE(answer.seen().title, QStringLiteral("Retries"));
+    QCOMPARE(seenLabel, QStringLiteral("&Retries:"));
+    QCOMPARE(seenValue, shown);
+    QCOMPARE(value, expected);
+}
+
+void TestEButtonPanel::strDialogUpdatesTheStringOnlyAfterAccepted_data()
+{
+    QTest::addColumn<QString>("typed"); // replaces the selected text; "\b" clears it
+    QTest::addColumn<QString>("finish");
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<int>("result");
+    QTest::newRow("typed then Enter") << "relay" << "Return" << "relay" << 1;
+    QTest::newRow("typed then OK") << "relay" << "ok" << "relay" << 1;
+    QTest::newRow("emptied then OK") << "\b" << "ok" << "" << 1;
+    QTest::newRow("typed then Escape") << "relay" << "Escape" << "gateway" << 0;
+    QTest::newRow("typed then Cancel") << "relay" << "cancel" << "gateway" << 0;
+}
+
+void TestEButtonPanel::strDialogUpdatesTheStringOnlyAfterAccepted()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, finish);
+    QFETCH(QString, expected);
+    QFETCH(int, result);
+
+    QString value = QStringLiteral("gateway");
+    EStrDialog dialog(nullptr, QStringLiteral("Host"), QStringLiteral("&Host:"), value);
+    QString duringAccepted;
+    connect(&dialog, &QDialog::accepted, this, [&] { duringAccepted = value; });
+    QString shown;
+    ModalAnswerer answer(ModalAnswer::call([&](QWidget* box) {
+        auto* edit = box->findChild<EEditBox*>();
+        if (!edit)
+            return qobject_cast<QDialog*>(box)->done(-1);
+        shown = edit->text();
+        edit->setFocus();
+        if (typed == QLatin1String("\b"))
+            QTest::keyClick(edit, Qt::Key_Backspace);
+        else
+            QTest::keyClicks(edit, typed);
+        if (finish == QLatin1String("Return"))
+            QTest::keyClick(edit, Qt::Key_Return);
+        else if (finish == QLatin1String("Escape"))
+            QTest::keyClick(edit, Qt::Key_Escape);
+        else
+            QTest::mouseClick(box->findChild<QPushButton*>(finish + QStringLiteral("Button")), Qt::LeftButton);
+    }));
+    QCOMPARE(dialog.exec(), result);
+    QVERIFY2(answer.done(), qPrintable(answer.error()));
+    QCOMPARE(shown, QStringLiteral("gateway"));
+    QCOMPARE(value, expected);
+    QVERIFY(!value.isNull());
+    if (result == QDialog::Accepted)
+        QCOMPARE(duringAccepted, QStringLiteral("gateway"));
+}
+
+CG_TEST_MAIN(TestEButtonPanel)
+#include "tst_ebuttonpanel.moc"
