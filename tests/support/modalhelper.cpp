@@ -228,16 +228,19 @@ QWidget* ModalAnswerer::currentModal()
 
 void ModalAnswerer::tick()
 {
+    if (!m_error.isEmpty()) {
+        // The test has failed already; keep it from hanging in a box that comes too late.
+        if (QWidget* late = currentModal())
+            closeStuck(late);
+        return;
+    }
     if (m_closingArmed) {
         if (m_closing && m_closing->isVisible()) {
             if (m_clock.elapsed() > m_timeout) {
                 QWidget* stuck = m_closing;
                 fail(QStringLiteral("the box \"%1\" did not close after the answer (%2)")
                          .arg(stuck->windowTitle(), m_seen.back().answer));
-                if (auto* d = qobject_cast<QDialog*>(stuck))
-                    d->done(-1);
-                else
-                    stuck->close();
+                closeStuck(stuck);
             }
             return;
         }
@@ -278,10 +281,7 @@ void ModalAnswerer::answer(QWidget* box, const ModalAnswer& a, ModalSeen& seen)
                                                       : QStringLiteral("standard button 0x%1").arg(int(a.standard), 0, 16);
             fail(QStringLiteral("the box \"%1\" has no %2 (buttons: %3)")
                      .arg(seen.title, seen.answer, seen.buttons.join(QStringLiteral(", "))));
-            if (auto* d = qobject_cast<QDialog*>(box))
-                d->done(-1);
-            else
-                box->close();
+            closeStuck(box);
             return;
         }
         seen.answer = QStringLiteral("button %1").arg(b->text());
@@ -308,7 +308,14 @@ void ModalAnswerer::fail(const QString& why)
 {
     if (m_error.isEmpty())
         m_error = why;
-    m_timer->stop();
+}
+
+void ModalAnswerer::closeStuck(QWidget* box)
+{
+    if (auto* d = qobject_cast<QDialog*>(box))
+        d->done(-1);
+    else
+        box->close();
 }
 
 const ModalSeen& ModalAnswerer::seen(int index) const
@@ -340,7 +347,7 @@ bool ModalAnswerer::wait(int timeoutMs)
 {
     QElapsedTimer clock;
     clock.start();
-    while (!done() && m_timer->isActive() && clock.elapsed() < timeoutMs)
+    while (!done() && m_error.isEmpty() && m_timer->isActive() && clock.elapsed() < timeoutMs)
         QTest::qWait(pollInterval);
     return done();
 }

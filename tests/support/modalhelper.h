@@ -51,7 +51,8 @@ struct ModalSeen
 /// A chain answers several boxes in turn:
 /// `ModalAnswerer answer({ModalAnswer::key(Qt::Key_Escape), ModalAnswer::text("&Save")});`
 /// If no box appears within the timeout, or a box does not close after its answer, the helper stops,
-/// records why in error() and closes a stuck box, so a test fails instead of hanging.
+/// records why in error() and closes a stuck box, so a test fails instead of hanging; after a failure
+/// it closes (with -1) every box that still appears while it lives.
 /// Keep one answerer alive at a time: two would race for the same box.
 class ModalAnswer
 {
@@ -108,6 +109,7 @@ private:
     void tick();
     void answer(QWidget* box, const ModalAnswer& a, ModalSeen& seen);
     void fail(const QString& why);
+    static void closeStuck(QWidget* box);
 
     std::vector<ModalAnswer> m_chain;
     std::vector<ModalSeen> m_seen;
