@@ -10,6 +10,7 @@
 #include <QPixmap>
 #include <QSet>
 #include <QTemporaryDir>
+#include <QtEndian>
 
 #include <climits>
 
@@ -64,6 +65,11 @@ void TestEResource::loadRefusesWhatIsNotAResourceFile_data()
     QTest::newRow("magic only") << QByteArray("qres") << true;
     QTest::newRow("truncated") << bytes.left(bytes.size() / 2) << true;
     QTest::newRow("header only") << bytes.left(20) << true;
+    QTest::newRow("last bytes missing") << bytes.left(bytes.size() - 3) << true;
+    QByteArray longData = bytes;
+    const quint32 data = qFromBigEndian<quint32>(bytes.constData() + 12);
+    longData[int(data) + 1] = char(0x7f); // the first file claims more bytes than there are
+    QTest::newRow("data length past the end") << longData << true;
     QByteArray future = bytes;
     future[7] = char(9);
     QTest::newRow("unknown format version") << future << true;
