@@ -128,7 +128,7 @@ void TestEDirs::languageComesFromFileElseLocale_data()
                                 << QStringLiteral("rus");
     QTest::newRow("code outside the group") << QByteArray("Code=deu\n[Other]\nCode=fin\n") << QStringLiteral("C")
                                             << LocaleKind::Builtin << QStringLiteral("eng");
-    QTest::newRow("binary garbage") << QByteArray("\x00\xff\xfe\x01[[[\n\x80\x81=\x00", 14) << QStringLiteral("C")
+    QTest::newRow("binary garbage") << QByteArray("\x00\xff\xfe\x01[[[\n\x80\x81=\x00", 12) << QStringLiteral("C")
                                     << LocaleKind::Builtin << QStringLiteral("eng");
     QTest::newRow("unterminated group header") << QByteArray("[Language\nCode") << QStringLiteral("C") << LocaleKind::Builtin
                                                << QStringLiteral("eng");
