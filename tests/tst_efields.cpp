@@ -4,10 +4,13 @@
 
 #include "ebutton.h"
 #include "echeckbox.h"
+#include "ecombobox.h"
+#include "ecombopair.h"
 #include "edatetimebox.h"
 #include "edatetimepair.h"
 #include "eeditbox.h"
 #include "eeditpair.h"
+#include "edirs.h"
 #include "eiconbutton.h"
 #include "espinbox.h"
 #include "espinpair.h"
@@ -15,6 +18,7 @@
 #include "etimepair.h"
 
 #include <QCalendarWidget>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPixmap>
@@ -37,6 +41,23 @@ public:
 public slots:
     void anyChange() { ++all; }
     void userChange() { ++user; }
+};
+
+/// Hands a list of texts to a combo, ids counting from 100.
+class TextEnumerator : public EEnumerator
+{
+public:
+    explicit TextEnumerator(QStringList texts) : texts(std::move(texts)) {}
+    const QPixmap* getIcon() override { return nullptr; }
+    QString getText() override { return texts.at(pos); }
+    void* getData() override { return nullptr; }
+    int getId() override { return 100 + pos; }
+    bool next() override { return ++pos < texts.size(); }
+    QString getListText() override { return texts.join(QLatin1Char(',')); }
+
+private:
+    QStringList texts;
+    int pos = -1;
 };
 
 /// A field of one kind in a shown top-level window, its receiver already connected.
@@ -95,6 +116,18 @@ Field makeField(const QString& kind, Counter& counter)
         else
             f.setFromCode = [box] { box->setTime(QTime(1, 2, 3)); };
         f.value = [box] { return QVariant(box->time()); };
+    } else if (kind.startsWith(QLatin1String("combo"))) {
+        auto* box = new EComboBox;
+        TextEnumerator texts({QStringLiteral("TCP"), QStringLiteral("UDP"), QStringLiteral("ICMP")});
+        box->addId(texts, false);
+        box->setCurrentIndex(0);
+        connected = box->setSlotForChangeSelection(&counter, any) && box->setSlotForUserChangeSelection(&counter, user);
+        f.editor = box;
+        if (kind.endsWith(QLatin1String("id")))
+            f.setFromCode = [box] { box->setCurrentId(102); };
+        else
+            f.setFromCode = [box] { box->setCurrentIndex(1); };
+        f.value = [box] { return QVariant(box->currentIndex()); };
     } else if (kind == QLatin1String("check")) {
         auto* box = new ECheckBox(QStringLiteral("Check"));
         connected = box->setSlotForToggle(&counter, any) && box->setSlotForUserToggle(&counter, user);
@@ -141,6 +174,8 @@ private slots:
     void pairsHoldTheirFieldBesideTheCaption_data();
     void pairsHoldTheirFieldBesideTheCaption();
     void spinPairPassesTheRange();
+    void comboPairFixesTheComboAndItsList();
+    void comboStatePairRemembersUnderItsForm();
     void dateTimePairProposesAMonthAhead();
 
     void buttonCaptionIsPadded_data();
@@ -171,6 +206,8 @@ void TestEFields::ownSetterRaisesOnlyTheGeneralSignal_data()
     QTest::newRow("ETimeBox::setTime(QTime)") << "time" << true;
     QTest::newRow("ETimeBox::setTime(int)") << "time seconds" << true;
     QTest::newRow("ECheckBox::setChecked") << "check" << true;
+    QTest::newRow("EComboBox::setCurrentIndex") << "combo" << true;
+    QTest::newRow("EComboBox::setCurrentId") << "combo id" << true;
 }
 
 void TestEFields::ownSetterRaisesOnlyTheGeneralSignal()
@@ -220,6 +257,8 @@ void TestEFields::userActionsRaiseBothSignals_data()
     QTest::newRow("time base setter") << "time" << "base" << QVariant(QTime(23, 30));
     QTest::newRow("check click") << "check" << "click" << QVariant(true);
     QTest::newRow("check space") << "check" << "space" << QVariant(true);
+    QTest::newRow("combo arrow down") << "combo" << "down" << QVariant(1);
+    QTest::newRow("combo wheel") << "combo" << "wheel" << QVariant(1);
 }
 
 void TestEFields::userActionsRaiseBothSignals()
@@ -256,7 +295,8 @@ void TestEFields::userActionsRaiseBothSignals()
     } else if (action == QLatin1String("pagedown")) {
         QTest::keyClick(f.editor, Qt::Key_PageDown);
     } else if (action == QLatin1String("wheel")) {
-        sendWheel(f.editor, 120);
+        // Up a step in a spin box; a combo's next entry lies downwards.
+        sendWheel(f.editor, qobject_cast<QComboBox*>(f.editor) ? -120 : 120);
     } else if (action == QLatin1String("calendar")) {
         auto* dt = qobject_cast<QDateTimeEdit*>(f.editor);
         QCalendarWidget* calendar = dt->calendarWidget();
@@ -360,6 +400,9 @@ void TestEFields::pairsHoldTheirFieldBesideTheCaption_data()
     QTest::newRow("ESpinPair range") << "spin range";
     QTest::newRow("EDateTimePair") << "datetime";
     QTest::newRow("ETimePair") << "time";
+    QTest::newRow("EComboPair") << "combo";
+    QTest::newRow("EComboPair given combo") << "combo given";
+    QTest::newRow("EComboStatePair") << "combo state";
 }
 
 void TestEFields::pairsHoldTheirFieldBesideTheCaption()
@@ -390,6 +433,21 @@ void TestEFields::pairsHoldTheirFieldBesideTheCaption()
         auto* p = new ETimePair(caption, &parent);
         typed = p->getTimeBox();
         pair = p;
+    } else if (kind == QLatin1String("combo")) {
+        auto* p = new EComboPair(caption, &parent);
+        typed = p->getComboBox();
+        pair = p;
+    } else if (kind == QLatin1String("combo given")) {
+        auto* combo = new EComboBox;
+        auto* p = new EComboPair(combo, caption, &parent);
+        QCOMPARE(p->getComboBox(), combo);
+        typed = combo;
+        pair = p;
+    } else if (kind == QLatin1String("combo state")) {
+        auto* p = new EComboStatePair(caption, QStringLiteral("Remembered"), &parent);
+        typed = p->getComboState();
+        QVERIFY(p->getComboState()->isEditable());
+        pair = p;
     }
     QVERIFY(pair);
     QVERIFY(typed);
@@ -412,6 +470,8 @@ void TestEFields::pairsHoldTheirFieldBesideTheCaption()
         QVERIFY(!p->getDateTimeBox());
     else if (auto* p = dynamic_cast<ETimePair*>(pair))
         QVERIFY(!p->getTimeBox());
+    else if (auto* p = dynamic_cast<EComboPair*>(pair))
+        QVERIFY(!p->getComboBox());
 }
 
 void TestEFields::spinPairPassesTheRange()
@@ -424,6 +484,42 @@ void TestEFields::spinPairPassesTheRange()
     box->setValue(0);
     QTest::keyClick(box, Qt::Key_Up);
     QCOMPARE(box->value(), 5);
+}
+
+void TestEFields::comboPairFixesTheComboAndItsList()
+{
+    EComboPair pair(QStringLiteral("Protocol:"));
+    EPair& base = pair;
+    base.fixWidth(150); // through the base class: the override must still be the one called
+    EComboBox* combo = pair.getComboBox();
+    QCOMPARE(combo->minimumWidth(), 150);
+    QCOMPARE(combo->maximumWidth(), 150);
+    QCOMPARE(combo->view()->minimumWidth(), 150);
+    QCOMPARE(combo->view()->maximumWidth(), 150);
+}
+
+void TestEFields::comboStatePairRemembersUnderItsForm()
+{
+    {
+        QDialog form;
+        auto* pair = new EComboStatePair(QStringLiteral("Find what:"), QStringLiteral("What"), &form);
+        pair->getComboState()->setEditText(QStringLiteral("first"));
+        pair->getComboState()->setEditText(QStringLiteral("second"));
+    }
+    QSettings ini(EDirs::getSettingsDir().filePath(QStringLiteral("common_gui.ini")), QSettings::IniFormat);
+    ini.beginGroup(QStringLiteral("EComboStatePair_QDialog"));
+    const int size = ini.beginReadArray(QStringLiteral("What"));
+    QStringList texts;
+    for (int i = 0; i < size; ++i) {
+        ini.setArrayIndex(i);
+        texts << ini.value(QStringLiteral("Item")).toString();
+    }
+    QCOMPARE(texts, (QStringList{QStringLiteral("second"), QStringLiteral("first")}));
+
+    QDialog again;
+    EComboStatePair pair(QStringLiteral("Find what:"), QStringLiteral("What"), &again);
+    QCOMPARE(pair.getComboState()->count(), 2);
+    QCOMPARE(pair.getComboState()->itemText(0), QStringLiteral("second"));
 }
 
 void TestEFields::dateTimePairProposesAMonthAhead()

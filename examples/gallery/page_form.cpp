@@ -6,6 +6,8 @@
 #include "eboxlayout.h"
 #include "ebutton.h"
 #include "echeckbox.h"
+#include "ecombobox.h"
+#include "ecombopair.h"
 #include "edatetimebox.h"
 #include "edatetimepair.h"
 #include "eeditbox.h"
@@ -25,6 +27,22 @@
 #include <vector>
 
 namespace {
+
+/// The encodings the form offers, as an enumerator the combo fills itself from.
+class EncodingList : public EEnumerator
+{
+public:
+    const QPixmap* getIcon() override { return nullptr; }
+    QString getText() override { return QString::fromLatin1(names[pos]); }
+    void* getData() override { return nullptr; }
+    int getId() override { return pos; }
+    bool next() override { return ++pos < int(sizeof(names) / sizeof(names[0])); }
+    QString getListText() override { return QString(); }
+
+private:
+    static constexpr const char* names[] = {"UTF-8", "Windows-1251", "KOI8-R", "IBM866", "ISO-8859-5"};
+    int pos = -1;
+};
 
 /// Shows how often a field changed at all and how often the user changed it, side by side, so
 /// that "Set from code" visibly moves only the first figure.
@@ -76,11 +94,14 @@ public:
         port = new ESpinPair(QStringLiteral("&Port:"), 1, 65535, 1);
         until = new EDateTimePair(QStringLiteral("Valid &until:"));
         check = new ETimePair(QStringLiteral("Daily &check at:"));
-        find = new EEditPair(LCQT__Find_what);
+        encoding = new EComboPair(LCQT__Encoding + QLatin1Char(':'));
+        // The remembered texts are kept under the class of the pair's parent: give it at once.
+        find = new EComboStatePair(LCQT__Find_what, QStringLiteral("GalleryFindWhat"), this);
         host->bind(port);
         port->bind(until);
         until->bind(check);
-        check->bind(find);
+        check->bind(encoding);
+        encoding->bind(find);
 
         EEditBox* hostBox = host->getEditBox();
         hostBox->setText(QStringLiteral("gateway.example.org"));
@@ -101,9 +122,18 @@ public:
         checkBox->setSlotForChangeValue(addRow(fields, check), SLOT(anyChange()));
         checkBox->setSlotForUserChangeValue(counters.back(), SLOT(userChange()));
 
-        EEditBox* findBox = find->getEditBox();
-        findBox->setSlotForChangeText(addRow(fields, find), SLOT(anyChange()));
-        findBox->setSlotForUserChangeText(counters.back(), SLOT(userChange()));
+        EComboBox* encodingBox = encoding->getComboBox();
+        EncodingList encodings;
+        encodingBox->addId(encodings, true);
+        encodingBox->setCurrentId(0);
+        encodingBox->setSlotForChangeSelection(addRow(fields, encoding), SLOT(anyChange()));
+        encodingBox->setSlotForUserChangeSelection(counters.back(), SLOT(userChange()));
+
+        EComboState* findBox = find->getComboState();
+        findBox->setSlotForChangeSelection(addRow(fields, find), SLOT(anyChange()));
+        findBox->setSlotForUserChangeSelection(counters.back(), SLOT(userChange()));
+        connect(findBox, &EComboState::activateText, findBox,
+                [findBox] { findBox->setEditText(findBox->currentText()); });
         root->addWidget(fields);
 
         auto* options = new EGroupBox(QStringLiteral("Options"));
@@ -166,7 +196,9 @@ private:
         port->getSpinBox()->setValue(8000 + round);
         until->getDateTimeBox()->setCurrentDateTime();
         check->getTimeBox()->setTime(round * 15 * 60);
-        find->getEditBox()->setText(QStringLiteral("round %1").arg(round));
+        EComboBox* encodingBox = encoding->getComboBox();
+        encodingBox->setCurrentIndex(round % encodingBox->count());
+        find->getComboState()->setEditText(QStringLiteral("round %1").arg(round));
         matchCase->setChecked(!matchCase->isChecked());
         wholeWord->setChecked(round % 2 == 1);
         direction->setId(round % 2);
@@ -176,7 +208,8 @@ private:
     ESpinPair* port = nullptr;
     EDateTimePair* until = nullptr;
     ETimePair* check = nullptr;
-    EEditPair* find = nullptr;
+    EComboPair* encoding = nullptr;
+    EComboStatePair* find = nullptr;
     ECheckBox* matchCase = nullptr;
     ECheckBox* wholeWord = nullptr;
     ERadioGroup* direction = nullptr;
