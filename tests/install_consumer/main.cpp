@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: common_gui developers
 // Built against an installed common_gui, through CMake and through pkg-config. Exits with the
 // number of failed checks.
+#include "cg_loc_modules.h"
 #include "common_core.h"
+#include "common_gui_loc.h"
 #include "convi.h"
 #include "edirs.h"
 #include "esettings.h"
@@ -41,6 +43,15 @@ int main(int argc, char** argv)
     check(resources == prefix + QStringLiteral("/share/common_gui"), "resource dir is the install's");
     check(QFileInfo::exists(resources + QStringLiteral("/translations/common_gui_rus.lcl")),
           "the Russian localization file is installed");
+
+    // The installed localization is where the module base looks for it.
+    const QString english = LCQT__Cancel;
+    Loc::GUIModule texts;
+    std::string error;
+    check(texts.load("rus", &error) == 1, "the Russian texts load from the install");
+    check(LCQT__Cancel != english, "the text slots are replaced");
+    check(texts.load("xx", &error) == 0 && error.find("common_gui_xx.lcl") != std::string::npos,
+          "a missing language is reported with its file name");
 
     EDirs::setLanguage("rus");
     check(streq(EDirs::getLanguage(), "rus"), "language stored in lang.ini and read back");
