@@ -39,12 +39,9 @@ private slots:
     void helpOpensTheLanguagePageElseTheRussianOne_data();
     void helpOpensTheLanguagePageElseTheRussianOne();
     void missingPageIsCollectedInCumulativeMode();
-    void f1OnTheWidgetOpensItsPage_data();
-    void f1OnTheWidgetOpensItsPage();
+    void f1AndHelpButtonOpenTheirPage_data();
+    void f1AndHelpButtonOpenTheirPage();
     void linkDiesWithItsWidget();
-    void setHelpWithoutWidgetFails();
-    void helpButtonOpensItsPage_data();
-    void helpButtonOpensItsPage();
     void productNameIsReadOnceAndCached();
 
 private:
@@ -148,34 +145,42 @@ void TestEHelp::missingPageIsCollectedInCumulativeMode()
     QVERIFY(catcher.urls.isEmpty());
 }
 
-void TestEHelp::f1OnTheWidgetOpensItsPage_data()
+void TestEHelp::f1AndHelpButtonOpenTheirPage_data()
 {
+    QTest::addColumn<bool>("button");
     QTest::addColumn<QByteArray>("page");
     QTest::addColumn<QString>("opened");
-    QTest::newRow("named page") << QByteArray("keys.html") << QStringLiteral("eng/keys.html");
-    QTest::newRow("no page means the start page") << QByteArray() << QStringLiteral("eng/index.html");
+    QTest::newRow("F1, named page") << false << QByteArray("keys.html") << QStringLiteral("eng/keys.html");
+    QTest::newRow("F1, no page") << false << QByteArray() << QStringLiteral("eng/index.html");
+    QTest::newRow("button, named page") << true << QByteArray("keys.html") << QStringLiteral("eng/keys.html");
+    QTest::newRow("button, no page") << true << QByteArray() << QStringLiteral("eng/index.html");
 }
 
-void TestEHelp::f1OnTheWidgetOpensItsPage()
+void TestEHelp::f1AndHelpButtonOpenTheirPage()
 {
+    QFETCH(bool, button);
     QFETCH(QByteArray, page);
     QFETCH(QString, opened);
     install(QStringLiteral("eng/index.html"));
     install(QStringLiteral("eng/keys.html"));
+    const char* topic = page.isNull() ? nullptr : page.constData();
 
     QWidget window;
-    auto* field = new QWidget(&window);
-    field->setFocusPolicy(Qt::StrongFocus);
-    QVERIFY(EBrowser::setHelp(&window, page.isNull() ? nullptr : page.constData()));
-    window.show();
-    QApplication::setActiveWindow(&window);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    field->setFocus();
-
-    QTest::keyClick(field, Qt::Key_F1);
+    auto* help = new EHelpButton(&window, topic);
+    QCOMPARE(help->text(), QLatin1Char(' ') + LCQT__Help + QLatin1Char(' '));
+    if (button) {
+        QTest::mouseClick(help, Qt::LeftButton);
+    } else {
+        QVERIFY(EBrowser::setHelp(&window, topic));
+        window.show();
+        QApplication::setActiveWindow(&window);
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        help->setFocus();
+        QTest::keyClick(help, Qt::Key_F2);
+        QVERIFY(catcher.urls.isEmpty());
+        QTest::keyClick(help, Qt::Key_F1);
+    }
     QCOMPARE(catcher.urls, QList<QUrl>{QUrl::fromLocalFile(helpBase() + opened)});
-    QTest::keyClick(field, Qt::Key_F2);
-    QCOMPARE(catcher.urls.size(), 1);
 }
 
 void TestEHelp::linkDiesWithItsWidget()
@@ -193,33 +198,8 @@ void TestEHelp::linkDiesWithItsWidget()
     QVERIFY(link); // still there while its widget lives
     delete widget;
     QTRY_VERIFY(link.isNull());
-}
 
-void TestEHelp::setHelpWithoutWidgetFails()
-{
     QVERIFY(!EBrowser::setHelp(nullptr, "a.html"));
-}
-
-void TestEHelp::helpButtonOpensItsPage_data()
-{
-    QTest::addColumn<QByteArray>("page");
-    QTest::addColumn<QString>("opened");
-    QTest::newRow("named page") << QByteArray("button.html") << QStringLiteral("eng/button.html");
-    QTest::newRow("no page means the start page") << QByteArray() << QStringLiteral("eng/index.html");
-}
-
-void TestEHelp::helpButtonOpensItsPage()
-{
-    QFETCH(QByteArray, page);
-    QFETCH(QString, opened);
-    install(QStringLiteral("eng/index.html"));
-    install(QStringLiteral("eng/button.html"));
-
-    QWidget parent;
-    EHelpButton button(&parent, page.isNull() ? nullptr : page.constData());
-    QCOMPARE(button.text(), QLatin1Char(' ') + LCQT__Help + QLatin1Char(' '));
-    QTest::mouseClick(&button, Qt::LeftButton);
-    QCOMPARE(catcher.urls, QList<QUrl>{QUrl::fromLocalFile(helpBase() + opened)});
 }
 
 void TestEHelp::productNameIsReadOnceAndCached()
