@@ -3,6 +3,7 @@
 // Child process of tst_ectrlc. Modes:
 //   before   ECtrlC made before the application object, then "ready" from the running event loop
 //   after    ECtrlC made after the application object, likewise
+//   again    as after, then the default handlers are put back and a second ECtrlC is made
 //   noapp    ECtrlC without an application object; raises SIGINT itself and must survive it
 // "after exec" is printed once exec() has returned normally.
 #include "ectrlc.h"
@@ -33,6 +34,12 @@ int main(int argc, char** argv)
     std::unique_ptr<ECtrlC> late;
     if (!early)
         late = std::make_unique<ECtrlC>();
+    std::unique_ptr<ECtrlC> second;
+    if (std::strcmp(mode, "again") == 0) {
+        std::signal(SIGINT, SIG_DFL);
+        std::signal(SIGTERM, SIG_DFL);
+        second = std::make_unique<ECtrlC>();
+    }
 
     QTimer::singleShot(0, &app, [] {
         std::printf("ready\n");

@@ -25,6 +25,9 @@ void TestECtrlC::signalEndsTheEventLoopNormally_data()
     QTest::newRow("SIGTERM, installed after the application") << QStringLiteral("after") << int(SIGTERM);
     QTest::newRow("SIGINT, installed before the application") << QStringLiteral("before") << int(SIGINT);
     QTest::newRow("SIGTERM, installed before the application") << QStringLiteral("before") << int(SIGTERM);
+    // A later ECtrlC takes the signals back from whoever replaced its handler.
+    QTest::newRow("SIGINT, installed again after a reset") << QStringLiteral("again") << int(SIGINT);
+    QTest::newRow("SIGTERM, installed again after a reset") << QStringLiteral("again") << int(SIGTERM);
 }
 
 void TestECtrlC::signalEndsTheEventLoopNormally()

@@ -55,25 +55,28 @@ void createNotifier()
 
 ECtrlC::ECtrlC()
 {
-    if (installed) {
+    if (!installed) {
+        installed = true;
+        if (::pipe2(wakeFds, O_CLOEXEC | O_NONBLOCK) != 0) {
+            wakeFds[0] = wakeFds[1] = -1;
+            return;
+        }
+        // Applications made after us get their notifier from their own constructor; an existing one
+        // gets it at once.
+        qAddPreRoutine(createNotifier);
+    } else {
+        if (wakeFds[0] < 0)
+            return;
         createNotifier();
-        return;
     }
-    installed = true;
-    if (::pipe2(wakeFds, O_CLOEXEC | O_NONBLOCK) != 0) {
-        wakeFds[0] = wakeFds[1] = -1;
-        return;
-    }
-    // Applications made after us get their notifier from their own constructor; an existing one
-    // gets it at once.
-    qAddPreRoutine(createNotifier);
 
+    // Installed on every construction: someone may have replaced our handler since the last one.
     struct sigaction action = {};
     action.sa_handler = onSignal;
     sigemptyset(&action.sa_mask);
     action.sa_flags = SA_RESTART;
     struct sigaction previous = {};
-    if (::sigaction(SIGINT, &action, &previous) == 0)
+    if (::sigaction(SIGINT, &action, &previous) == 0 && previous.sa_handler != onSignal)
         old_signal_handler = previous.sa_handler;
     ::sigaction(SIGTERM, &action, nullptr);
 }
