@@ -263,6 +263,11 @@ void TestEComboBox::entryChosenInsideABatchSurvivesTheReset()
     combo.boxModel()->append(new EBoxItem(nullptr, QStringLiteral("g"), 0));
     combo.endChanges();
     QCOMPARE(combo.currentIndex(), 0);
+
+    // A stray endChanges without a batch leaves the current entry alone.
+    combo.setCurrentIndex(2);
+    combo.endChanges();
+    QCOMPARE(combo.currentIndex(), 2);
 }
 
 void TestEComboBox::settersAnswerUnknownValuesDifferently_data()
@@ -520,6 +525,10 @@ void TestEComboBox::rememberedTextsSurviveRecreation()
     QCOMPARE(raw.value(QStringLiteral("EComboStatePair_QLineEdit/Find/1/Item")).toString(), QStringLiteral("third"));
 
     {
+        // Without a name nothing is read or written, and the owner's other lists stay, although
+        // this combo is destroyed after them.
+        EComboState nameless(&owner, QString());
+        nameless.setEditText(QStringLiteral("forgotten"));
         EComboState again(&owner, QStringLiteral("Find"));
         QCOMPARE(texts(again), (QStringList{QStringLiteral("third"), QStringLiteral("second"), QStringLiteral("first")}));
         again.setEditText(QStringLiteral("first"));

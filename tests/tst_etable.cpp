@@ -625,6 +625,10 @@ void TestETable::sizeHintsFollowTheirFormulas()
 
     table.setHeightInRows(7);
     QCOMPARE(table.sizeHint(), QSize(1000, 7 * row + header + 2));
+    table.setHeightInRows(-3);
+    QCOMPARE(table.sizeHint().height(), header + 2);
+    table.setHeightInRows(INT_MAX);
+    QCOMPARE(table.sizeHint().height(), QWIDGETSIZE_MAX);
 
     table.adjustSizeHintToContent();
     const int widest = table.fontMetrics().horizontalAdvance(QStringLiteral("r49c0"));

@@ -66,6 +66,7 @@ EComboBox::~EComboBox()
 
 void EComboBox::fixWidth(int w)
 {
+    w = std::max(w, 0);
     setFixedWidth(w);
     listView->setFixedWidth(w);
     listView->updateGeometries();
@@ -192,9 +193,11 @@ void EComboBox::beginChanges()
 
 void EComboBox::endChanges()
 {
+    if (listModel->changeDepth() == 0) // a stray call must not touch the current entry
+        return;
     listModel->endChanges();
     // The reset forgets the current entry; bring back the one asked for inside the batch.
-    if (index != -2)
+    if (listModel->changeDepth() == 0 && index != -2)
         setCurrentIndex(index);
 }
 
@@ -253,6 +256,10 @@ EComboState::EComboState(QWidget* owner, const QString& name)
     // Enter is ours (activateText); Qt must not insert texts behind our back either.
     setInsertPolicy(QComboBox::NoInsert);
 
+    // Without a name there is no array of our own: an empty array name would address the
+    // whole group and wipe the lists of the owner's other combos.
+    if (name.isEmpty())
+        return;
     QStringList texts;
     {
         ESettings s(group);
@@ -277,6 +284,8 @@ EComboState::EComboState(QWidget* owner, const QString& name)
 
 EComboState::~EComboState()
 {
+    if (name.isEmpty())
+        return;
     ESettings s(group);
     ESettingsWriteArray array(s, name);
     const int n = std::min(count(), rememberedLimit);

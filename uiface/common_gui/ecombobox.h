@@ -133,7 +133,8 @@ class COMMON_GUI_EXPORT EComboState : public EComboBox
 {
     Q_OBJECT
 public:
-    /// \a owner only names the settings group; the combo itself has no parent.
+    /// \a owner only names the settings group; the combo itself has no parent. An empty \a name
+    /// remembers nothing across runs.
     EComboState(QWidget* owner, const QString& name);
     /// Saves the first 64 entries.
     ~EComboState() override;

@@ -256,32 +256,34 @@ QSize ETable::sizeHint() const
     return QSize(widthHint, heightHint);
 }
 
-void ETable::adjustSizeHint()
+int ETable::columnsWidth() const
 {
     const int columns = model() ? model()->columnCount() : 0;
-    int width = 0;
+    qint64 width = 0;
     for (int c = 0; c < columns; ++c)
         width += getColumnWidth(c);
-    width += verticalScrollBar()->sizeHint().width() + 8;
-    widthHint = std::min(width, 1000);
+    return int(std::min<qint64>(width, QWIDGETSIZE_MAX));
+}
+
+void ETable::adjustSizeHint()
+{
+    widthHint = std::min(columnsWidth() + verticalScrollBar()->sizeHint().width() + 8, 1000);
     updateGeometry();
 }
 
 void ETable::setHeightInRows(int rows)
 {
-    heightHint = rows * verticalHeader()->defaultSectionSize() + horizontalHeader()->sizeHint().height() + 2;
+    const qint64 height = qint64(std::max(rows, 0)) * verticalHeader()->defaultSectionSize()
+                          + horizontalHeader()->sizeHint().height() + 2;
+    heightHint = int(std::min<qint64>(height, QWIDGETSIZE_MAX));
     updateGeometry();
 }
 
 void ETable::adjustSizeHintToContent()
 {
     resizeColumnsToContents();
-    const int columns = model() ? model()->columnCount() : 0;
     const int rows = model() ? model()->rowCount() : 0;
-    int width = 0;
-    for (int c = 0; c < columns; ++c)
-        width += getColumnWidth(c);
-    widthHint = width + 2 * frameWidth();
+    widthHint = std::min(columnsWidth(), QWIDGETSIZE_MAX - 2 * frameWidth()) + 2 * frameWidth();
     // The frame on both sides here, a fixed 2 in setHeightInRows: owners size dialogs by both.
     heightHint = std::min(rows, 20) * verticalHeader()->defaultSectionSize()
                  + horizontalHeader()->sizeHint().height() + 2 * frameWidth();

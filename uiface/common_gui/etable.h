@@ -138,6 +138,8 @@ protected:
     void init();
 
 private:
+    int columnsWidth() const;
+
     ETableModel* tableModel = nullptr;
     bool ownModel = false;
     int widthHint = 1;
