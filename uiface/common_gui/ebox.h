@@ -13,6 +13,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <type_traits>
 
 class QAbstractItemView;
 class QPixmap;
@@ -28,7 +31,7 @@ class SimpleVector
 {
 public:
     SimpleVector() = default;
-    ~SimpleVector() { delete[] m_data; }
+    ~SimpleVector() { freeArray(); }
     SimpleVector(const SimpleVector&) = delete;
     SimpleVector& operator=(const SimpleVector&) = delete;
 
@@ -56,10 +59,19 @@ public:
         if (n <= m_capacity)
             return;
         const int newCapacity = grownCapacity(n);
-        T* grown = new T[newCapacity];
-        std::copy(m_data, m_data + m_count, grown);
-        delete[] m_data;
-        m_data = grown;
+        if constexpr (std::is_trivially_copyable<T>::value) {
+            // realloc can move a large array by remapping its pages: growing a million-row list
+            // in steps of 4096 would otherwise copy and fault in every page again and again.
+            void* grown = std::realloc(static_cast<void*>(m_data), size_t(newCapacity) * sizeof(T));
+            if (!grown)
+                throw std::bad_alloc();
+            m_data = static_cast<T*>(grown);
+        } else {
+            T* grown = new T[size_t(newCapacity)];
+            std::copy(m_data, m_data + m_count, grown);
+            delete[] m_data;
+            m_data = grown;
+        }
         m_capacity = newCapacity;
     }
 
@@ -102,13 +114,21 @@ public:
     /// Frees the array: count and capacity become 0. The elements are not destroyed.
     void clear()
     {
-        delete[] m_data;
+        freeArray();
         m_data = nullptr;
         m_count = 0;
         m_capacity = 0;
     }
 
 protected:
+    void freeArray()
+    {
+        if constexpr (std::is_trivially_copyable<T>::value)
+            std::free(static_cast<void*>(m_data));
+        else
+            delete[] m_data;
+    }
+
     T* m_data = nullptr;
     int m_count = 0;
     int m_capacity = 0;

@@ -1,0 +1,445 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// SPDX-FileCopyrightText: common_gui developers
+// The list model and list box against the Qt classes an application would pick instead:
+// QStandardItemModel, QStringListModel, QListWidget and QListView.
+//
+// Memory per row is the growth of the heap's bytes in use (glibc mallinfo2().uordblks) while the
+// filled model is alive. It counts every allocation of the process, operator new and malloc alike
+// (Qt allocates string data with malloc), without replacing the global allocator of the binary.
+#include "benchutil.h"
+
+#include "ebox.h"
+
+#include <QApplication>
+#include <QItemSelectionModel>
+#include <QListView>
+#include <QListWidget>
+#include <QStandardItemModel>
+#include <QStringListModel>
+
+#include <algorithm>
+#include <malloc.h>
+#include <memory>
+#include <numeric>
+#include <random>
+#include <vector>
+
+namespace {
+
+long heapInUse()
+{
+    return long(mallinfo2().uordblks);
+}
+
+// Gives the freed memory of the last round back, so that no contender pays in its timed part for
+// consolidating the previous one's millions of small free chunks.
+void settleHeap()
+{
+    if (!std::getenv("CG_BENCH_NO_TRIM"))
+        malloc_trim(0);
+}
+
+// An 11-character text, "row 0012345", built without formatting so the texts cost the same for
+// every contender.
+QString rowText(int value)
+{
+    QString s(11, Qt::Uninitialized);
+    QChar* p = s.data();
+    p[0] = QLatin1Char('r');
+    p[1] = QLatin1Char('o');
+    p[2] = QLatin1Char('w');
+    p[3] = QLatin1Char(' ');
+    for (int k = 10; k >= 4; --k) {
+        p[k] = QLatin1Char(char('0' + value % 10));
+        value /= 10;
+    }
+    return s;
+}
+
+// Row values in a fixed random order, so that sorting has work to do.
+const std::vector<int>& shuffled(int n)
+{
+    static std::vector<int> values;
+    if (int(values.size()) != n) {
+        values.resize(size_t(n));
+        std::iota(values.begin(), values.end(), 0);
+        std::shuffle(values.begin(), values.end(), std::mt19937(20240601));
+    }
+    return values;
+}
+
+void perRow(benchmark::State& state, long bytes)
+{
+    const double n = double(state.range(0));
+    state.counters["time_per_row"] =
+        benchmark::Counter(n, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    if (bytes >= 0)
+        state.counters["bytes_per_row"] = double(bytes) / n;
+}
+
+// ------------------------------------------------------------------------------------- filling
+
+void BM_Fill_EBoxModel_Batch(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    long bytes = -1;
+    for (auto _ : state) {
+        const long before = heapInUse();
+        auto model = std::make_unique<EBoxModel>();
+        model->beginChanges();
+        for (int i = 0; i < n; ++i)
+            model->append(new EBoxItem(rowText(i)));
+        model->endChanges();
+        state.PauseTiming();
+        bytes = heapInUse() - before;
+        model.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, bytes);
+}
+
+void BM_Fill_EBoxModel_AppendSteal(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    long bytes = -1;
+    for (auto _ : state) {
+        const long before = heapInUse();
+        auto model = std::make_unique<EBoxModel>();
+        ObjectVector<EBoxItem> items;
+        items.expand(n);
+        for (int i = 0; i < n; ++i)
+            items.append(new EBoxItem(rowText(i)));
+        model->appendSteal(items);
+        state.PauseTiming();
+        bytes = heapInUse() - before;
+        model.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, bytes);
+}
+
+void BM_Fill_QStandardItemModel(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    long bytes = -1;
+    for (auto _ : state) {
+        const long before = heapInUse();
+        auto model = std::make_unique<QStandardItemModel>();
+        for (int i = 0; i < n; ++i)
+            model->appendRow(new QStandardItem(rowText(i)));
+        state.PauseTiming();
+        bytes = heapInUse() - before;
+        model.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, bytes);
+}
+
+void BM_Fill_QStringListModel(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    long bytes = -1;
+    for (auto _ : state) {
+        const long before = heapInUse();
+        auto model = std::make_unique<QStringListModel>();
+        QStringList texts;
+        texts.reserve(n);
+        for (int i = 0; i < n; ++i)
+            texts.append(rowText(i));
+        model->setStringList(texts);
+        texts.clear();
+        state.PauseTiming();
+        bytes = heapInUse() - before;
+        model.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, bytes);
+}
+
+void BM_Fill_QListWidget(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    long bytes = -1;
+    for (auto _ : state) {
+        state.PauseTiming();
+        const long before = heapInUse();
+        auto list = std::make_unique<QListWidget>();
+        const long widget = heapInUse() - before;
+        state.ResumeTiming();
+        for (int i = 0; i < n; ++i)
+            list->addItem(rowText(i));
+        state.PauseTiming();
+        bytes = heapInUse() - before - widget;
+        list.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, bytes);
+}
+
+// ------------------------------------------------------------------------------------- sorting
+
+void BM_Sort_EBoxModel(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    const std::vector<int>& values = shuffled(n);
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto model = std::make_unique<EBoxModel>();
+        ObjectVector<EBoxItem> items;
+        for (int v : values)
+            items.append(new EBoxItem(rowText(v)));
+        model->appendSteal(items);
+        state.ResumeTiming();
+        model->sort(0, Qt::AscendingOrder);
+        state.PauseTiming();
+        model.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, -1);
+}
+
+void BM_Sort_QStandardItemModel(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    const std::vector<int>& values = shuffled(n);
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto model = std::make_unique<QStandardItemModel>();
+        for (int v : values)
+            model->appendRow(new QStandardItem(rowText(v)));
+        state.ResumeTiming();
+        model->sort(0, Qt::AscendingOrder);
+        state.PauseTiming();
+        model.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, -1);
+}
+
+void BM_Sort_QStringListModel(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    const std::vector<int>& values = shuffled(n);
+    for (auto _ : state) {
+        state.PauseTiming();
+        QStringList texts;
+        for (int v : values)
+            texts.append(rowText(v));
+        auto model = std::make_unique<QStringListModel>(texts);
+        texts.clear();
+        state.ResumeTiming();
+        model->sort(0, Qt::AscendingOrder);
+        state.PauseTiming();
+        model.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, -1);
+}
+
+// ------------------------------------------------------------------------------- first paint
+
+// Show the list and let it lay out and paint its first frame.
+void showAndPaint(QAbstractItemView* view)
+{
+    view->resize(320, 480);
+    view->show();
+    QApplication::processEvents();
+    view->viewport()->repaint();
+    benchmark::DoNotOptimize(view->visualRect(view->model()->index(0, 0)));
+}
+
+void BM_FirstPaint_EBox(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto box = std::make_unique<EBox>();
+        ObjectVector<EBoxItem> items;
+        for (int i = 0; i < n; ++i)
+            items.append(new EBoxItem(rowText(i)));
+        box->boxModel()->appendSteal(items);
+        state.ResumeTiming();
+        showAndPaint(box.get());
+        state.PauseTiming();
+        box.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, -1);
+}
+
+void BM_FirstPaint_QListView_QStringListModel(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        QStringList texts;
+        for (int i = 0; i < n; ++i)
+            texts.append(rowText(i));
+        QStringListModel model(texts);
+        auto view = std::make_unique<QListView>();
+        view->setModel(&model);
+        state.ResumeTiming();
+        showAndPaint(view.get());
+        state.PauseTiming();
+        view.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, -1);
+}
+
+// ----------------------------------------------------------------------- moving and removing
+
+constexpr int kBlocks = 1000;
+
+// kBlocks blocks of n / kBlocks / 2 rows spread evenly over the list: half the rows, scattered.
+QItemSelection scatteredBlocks(QAbstractItemModel* model, int n)
+{
+    QItemSelection selection;
+    const int stride = std::max(1, n / kBlocks);
+    const int size = std::max(1, stride / 2);
+    for (int top = stride / 2; top + size <= n && selection.size() < kBlocks; top += stride)
+        selection.append(QItemSelectionRange(model->index(top, 0), model->index(top + size - 1, 0)));
+    return selection;
+}
+
+std::unique_ptr<EBox> filledBox(int n)
+{
+    auto box = std::make_unique<EBox>();
+    box->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    ObjectVector<EBoxItem> items;
+    for (int i = 0; i < n; ++i)
+        items.append(new EBoxItem(rowText(i)));
+    box->boxModel()->appendSteal(items);
+    return box;
+}
+
+void BM_MoveSelected_EBox(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto box = filledBox(n);
+        box->selectionModel()->select(scatteredBlocks(box->model(), n), QItemSelectionModel::Select);
+        state.ResumeTiming();
+        box->boxModel()->moveSelected(1);
+        state.PauseTiming();
+        box.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, -1);
+}
+
+// A QListView over a QStringListModel with the scattered blocks selected.
+struct QtList
+{
+    explicit QtList(int n)
+    {
+        QStringList texts;
+        for (int i = 0; i < n; ++i)
+            texts.append(rowText(i));
+        model.setStringList(texts);
+        view.setSelectionMode(QAbstractItemView::ExtendedSelection);
+        view.setModel(&model);
+        blocks = scatteredBlocks(&model, n);
+        view.selectionModel()->select(blocks, QItemSelectionModel::Select);
+    }
+    QStringListModel model;
+    QListView view;
+    QItemSelection blocks;
+};
+
+// The same with Qt's own row moves: one moveRows per block, then the moved blocks reselected.
+void BM_MoveSelected_QStringListModel(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto list = std::make_unique<QtList>(n);
+        state.ResumeTiming();
+        QItemSelection moved;
+        for (const QItemSelectionRange& r : qAsConst(list->blocks)) {
+            list->model.moveRows(QModelIndex(), r.bottom() + 1, 1, QModelIndex(), r.top());
+            moved.append(QItemSelectionRange(list->model.index(r.top() + 1, 0), list->model.index(r.bottom() + 1, 0)));
+        }
+        list->view.selectionModel()->select(moved, QItemSelectionModel::ClearAndSelect);
+        state.PauseTiming();
+        list.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, -1);
+}
+
+void BM_RemoveSelectedHalf_EBox(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto box = filledBox(n);
+        const QItemSelection blocks = scatteredBlocks(box->model(), n);
+        box->selectionModel()->select(blocks, QItemSelectionModel::Select);
+        // removeSelected hands the items back; the application deletes them afterwards.
+        std::vector<EBoxItem*> removed;
+        for (const QItemSelectionRange& r : blocks)
+            for (int row = r.top(); row <= r.bottom(); ++row)
+                removed.push_back(box->boxModel()->item(row));
+        state.ResumeTiming();
+        box->boxModel()->removeSelected();
+        state.PauseTiming();
+        for (EBoxItem* item : removed)
+            delete item;
+        box.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, -1);
+}
+
+// Qt's way: removeRows per selected block, from the last to the first.
+void BM_RemoveSelectedHalf_QStringListModel(benchmark::State& state)
+{
+    const int n = int(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto list = std::make_unique<QtList>(n);
+        state.ResumeTiming();
+        QItemSelection selection = list->view.selectionModel()->selection();
+        std::sort(selection.begin(), selection.end(),
+                  [](const QItemSelectionRange& a, const QItemSelectionRange& b) { return a.top() > b.top(); });
+        for (const QItemSelectionRange& r : qAsConst(selection))
+            list->model.removeRows(r.top(), r.height());
+        state.PauseTiming();
+        list.reset();
+        settleHeap();
+        state.ResumeTiming();
+    }
+    perRow(state, -1);
+}
+
+} // namespace
+
+BENCHMARK(BM_Fill_EBoxModel_Batch)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Fill_EBoxModel_AppendSteal)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Fill_QStandardItemModel)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Fill_QStringListModel)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Fill_QListWidget)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Sort_EBoxModel)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Sort_QStandardItemModel)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Sort_QStringListModel)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FirstPaint_EBox)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FirstPaint_QListView_QStringListModel)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_MoveSelected_EBox)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_MoveSelected_QStringListModel)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RemoveSelectedHalf_EBox)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RemoveSelectedHalf_QStringListModel)->Apply(CgBench::rowSizes)->Unit(benchmark::kMillisecond);
