@@ -615,6 +615,16 @@ void TestEBox::sortByText_data()
         << QStringList{"\xc3\xa9", "z", "e", "Z"} << int(Qt::AscendingOrder) << QStringList{"Z", "e", "z", "\xc3\xa9"};
     QTest::newRow("prefix first") << QStringList{"ab", "a", "abc", ""} << int(Qt::AscendingOrder)
                                   << QStringList{"", "a", "ab", "abc"};
+    const QString nul = QStringLiteral("a") + QChar(0);
+    QTest::newRow("a NUL unit is more than nothing")
+        << QStringList{nul, "a", nul + "b"} << int(Qt::DescendingOrder) << QStringList{nul + "b", nul, "a"};
+    QTest::newRow("long shared beginning")
+        << QStringList{"certificate-authority-2", "certificate-authority-10", "certificate-authority-1"}
+        << int(Qt::AscendingOrder)
+        << QStringList{"certificate-authority-1", "certificate-authority-10", "certificate-authority-2"};
+    QTest::newRow("units above 0x7fff")
+        << QStringList{QString(QChar(0xfffd)), QString(QChar(0x8000)), "~"} << int(Qt::DescendingOrder)
+        << QStringList{QString(QChar(0xfffd)), QString(QChar(0x8000)), "~"};
 }
 
 void TestEBox::sortByText()
@@ -622,14 +632,33 @@ void TestEBox::sortByText()
     QFETCH(QStringList, start);
     QFETCH(int, order);
     QFETCH(QStringList, sorted);
-    EBoxModel model;
-    model.insert(0, start);
-    model.sort(0, Qt::SortOrder(order));
-    QCOMPARE(texts(model), sorted);
-    model.sort(comparator_asc);
-    QStringList ascending = sorted;
-    std::sort(ascending.begin(), ascending.end());
-    QCOMPARE(texts(model), ascending);
+    // Ids remember the original positions, so equal texts show whether they kept their order.
+    auto make = [&start](EBoxModel& model) {
+        model.insert(0, start + start);
+        for (int i = 0; i < model.count(); ++i)
+            model.item(i)->setId(i);
+    };
+    auto ids = [](const EBoxModel& model) {
+        QList<int> out;
+        for (const EBoxItem* item : model.items())
+            out << item->id();
+        return out;
+    };
+    QStringList doubled;
+    for (const QString& s : sorted)
+        doubled << s << s;
+
+    EBoxModel byColumn;
+    make(byColumn);
+    byColumn.sort(0, Qt::SortOrder(order));
+    QCOMPARE(texts(byColumn), doubled);
+
+    // The column sort and the comparator sort agree, down to the order of equal texts.
+    EBoxModel byComparator;
+    make(byComparator);
+    byComparator.sort(order == Qt::DescendingOrder ? comparator_des : comparator_asc);
+    QCOMPARE(texts(byComparator), doubled);
+    QCOMPARE(ids(byComparator), ids(byColumn));
 }
 
 // ------------------------------------------------------------------------------------ widget
