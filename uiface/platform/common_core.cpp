@@ -292,6 +292,23 @@ private:
     std::string m_name;
 };
 
+// umask() can only be read by changing it, which races with other threads creating files, so ask
+// the kernel first.
+mode_t currentUmask()
+{
+    if (FILE* status = std::fopen("/proc/self/status", "re")) {
+        std::unique_ptr<FILE, FileCloser> closer(status);
+        char line[256];
+        unsigned int mask = 0;
+        while (std::fgets(line, sizeof line, status))
+            if (std::sscanf(line, "Umask: %o", &mask) == 1)
+                return static_cast<mode_t>(mask & 0777);
+    }
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return mask;
+}
+
 } // namespace
 
 unsigned int UTF8File::load(const char* path, ArrayHolder<char>& buffer, unsigned int maxSize, bool flag)
@@ -385,9 +402,7 @@ void UTF8File::save(const char* path, const void* data, unsigned int size)
     } else if (errno != ENOENT) {
         fail("Cannot save file", path, errno);
     } else {
-        const mode_t mask = ::umask(0);
-        ::umask(mask);
-        mode = 0666 & ~mask;
+        mode = 0666 & ~currentUmask();
     }
 
     const std::string::size_type slash = target.rfind('/');
