@@ -15,10 +15,11 @@ public:
     /// A set of text slots and the identifier that a file for it must carry.
     struct Localization
     {
-        int count;          ///< number of slots
-        int unit;           ///< always 8; not consulted by the loader
-        unsigned int id;    ///< identifier of this exact set of texts
-        QString** slotTable; ///< \c count pointers to the slot variables, in file order ("slots" is a Qt keyword)
+        int count = 0;                  ///< number of slots
+        int unit = 8;                   ///< always 8; not consulted by the loader
+        unsigned int id = 0;            ///< identifier of this exact set of texts
+        QString** slotTable = nullptr;  ///< \c count pointers to the slot variables, in file order
+                                        ///< (not "slots": that is a Qt keyword)
     };
 
     /// Reads one file from the current position into \a table. Returns 0 on success, 2 when it is
