@@ -108,8 +108,9 @@ public:
         auto* layout = new QVBoxLayout(this);
         layout->setContentsMargins(8, 8, 8, 8);
         layout->setSpacing(8);
-        auto* intro = new QLabel(QStringLiteral("EStateWindow and EStateDialog keep their layout in %1 under their "
-                                                "state names. Open them, move them, close them, open them again.")
+        // The path on a line of its own: word wrap would break it at a slash.
+        auto* intro = new QLabel(QStringLiteral("EStateWindow and EStateDialog keep their layout under their state "
+                                                "names in\n%1\nOpen them, move them, close them, open them again.")
                                      .arg(EDirs::getSettingsDir().filePath(QStringLiteral("common_gui.ini"))),
                                  this);
         intro->setWordWrap(true);

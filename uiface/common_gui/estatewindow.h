@@ -40,10 +40,10 @@ public:
     void saveState(QSettings& s) override;
     /// Does nothing: a subclass that wants its layout kept overrides it.
     void loadState(QSettings& s) override;
-    /// EState::saveLayout of this window.
-    void saveLayout(QSettings& s);
+    /// EState::saveLayout of this window; a subclass may extend the layout it keeps.
+    virtual void saveLayout(QSettings& s);
     /// EState::loadLayout of this window.
-    void loadLayout(QSettings& s);
+    virtual void loadLayout(QSettings& s);
 
     /// No context menu for toolbars and docks: returns null.
     QMenu* createPopupMenu() override;
