@@ -27,6 +27,7 @@
 
 #include <ctime>
 #include <functional>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -375,6 +376,9 @@ void TestEFields::secondsAfterMidnight_data()
     QTest::newRow("last second of the day") << 86399 << QTime(23, 59, 59);
     QTest::newRow("a day and a minute wraps") << 86460 << QTime(0, 1, 0);
     QTest::newRow("a minute before midnight") << -60 << QTime(23, 59, 0);
+    // Far from the day, where seconds times a thousand no longer fit an int.
+    QTest::newRow("largest int") << std::numeric_limits<int>::max() << QTime(3, 14, 7);
+    QTest::newRow("smallest int") << std::numeric_limits<int>::min() << QTime(20, 45, 52);
 }
 
 void TestEFields::secondsAfterMidnight()

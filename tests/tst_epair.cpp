@@ -302,8 +302,14 @@ void TestEPair::setLabelIgnoredActsOnTheWholePair()
     auto* pair = new EPair;
     column->addWidget(pair);
     pair->setWidget(new QLineEdit, true);
+
+    // Compared with isVisible(): while the window is hidden the pair already counts as invisible,
+    // so hiding it does nothing and it appears with its window.
+    pair->setLabelIgnored(false);
+    QVERIFY(!pair->isHidden());
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(pair->isVisible());
 
     pair->setLabelIgnored(false);
     QVERIFY(!pair->isVisible());
