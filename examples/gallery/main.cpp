@@ -10,6 +10,7 @@
 #include "ectrlc.h"
 #include "edirs.h"
 #include "eresource.h"
+#include "paths.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -117,6 +118,22 @@ int renderAll(GalleryWindow& window, const QString& dir)
     return written == window.pageCount() ? 0 : 1;
 }
 
+// The gallery keeps its settings (window layouts, remembered texts, its language) in
+// gallery-settings/ beside its bin/ directory, never in the user's real configuration, unless the
+// caller redirected the directories already.
+void keepSettingsBesideTheGallery()
+{
+    const QString root = QDir(QString::fromUtf8(agentBinDir())).absoluteFilePath(QStringLiteral("../gallery-settings"));
+    const struct { const char* variable; const char* sub; } dirs[] = {{"CG_USER_DIR", "user"}, {"CG_COMMON_DIR", "common"}};
+    for (const auto& dir : dirs) {
+        if (!qEnvironmentVariableIsEmpty(dir.variable))
+            continue;
+        const QString path = QDir::cleanPath(root + QLatin1Char('/') + QLatin1String(dir.sub));
+        QDir().mkpath(path);
+        qputenv(dir.variable, path.toUtf8());
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -131,6 +148,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     if (headless && shotDir.isEmpty())
         shotDir = QStringLiteral("gallery-screenshots");
+    keepSettingsBesideTheGallery();
 
     QApplication app(argc, argv);
     ECtrlC ctrlC; // Ctrl+C in the terminal closes the gallery like its window does
