@@ -74,7 +74,8 @@ void BM_ETableFind_AbsentWholeWord(benchmark::State& state)
     runFind(state, QStringLiteral("gateway"), true);
 }
 
-// "exampl" is inside every host name but never a word of its own: every host cell is split into words.
+// "exampl" is inside every host name but never a word of its own: every host cell has its occurrence's
+// word boundaries checked.
 void BM_ETableFind_WholeWordNearMiss(benchmark::State& state)
 {
     runFind(state, QStringLiteral("exampl"), true);

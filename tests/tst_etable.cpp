@@ -267,6 +267,7 @@ void TestETable::tableWithoutModelAnswersEmpty()
     QCOMPARE(table.getText(-1, -1), QString());
     table.setWideColumn(7, true);
     table.setWideColumn(-1, true);
+    QCOMPARE(table.horizontalHeader()->stretchSectionCount(), 0);
 }
 
 void TestETable::mouseSelectsWholeRows()
@@ -649,23 +650,26 @@ void TestETable::sizeHintsFollowTheirFormulas()
 void TestETable::rowHeightNeverGoesBelowTheFont_data()
 {
     QTest::addColumn<int>("requested");
-    QTest::addColumn<int>("extraOverFont"); // expected row height - font height
+    QTest::addColumn<int>("expected"); // 0: the font height + 2, -1: the header's largest section
 
-    QTest::newRow("tiny request keeps the font height") << 5 << 2;
-    QTest::newRow("zero") << 0 << 2;
-    QTest::newRow("negative") << -40 << 2;
-    QTest::newRow("taller than the font") << 1000 << -1;
+    QTest::newRow("tiny request keeps the font height") << 5 << 0;
+    QTest::newRow("zero") << 0 << 0;
+    QTest::newRow("negative") << -40 << 0;
+    QTest::newRow("taller than the font") << 1000 << 1004;
+    QTest::newRow("largest int") << INT_MAX << -1;
 }
 
 void TestETable::rowHeightNeverGoesBelowTheFont()
 {
     QFETCH(int, requested);
-    QFETCH(int, extraOverFont);
+    QFETCH(int, expected);
 
     ETable table(new GridModel(numberedRows(3)), true);
     table.setRowHeight(requested);
-    const int fontHeight = table.fontMetrics().height();
-    const int expected = extraOverFont < 0 ? requested + 4 : fontHeight + extraOverFont;
+    if (expected == 0)
+        expected = table.fontMetrics().height() + 2;
+    else if (expected < 0)
+        expected = table.verticalHeader()->maximumSectionSize();
     QCOMPARE(table.verticalHeader()->defaultSectionSize(), expected);
     QCOMPARE(table.rowHeight(2), expected);
 }

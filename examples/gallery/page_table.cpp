@@ -8,6 +8,7 @@
 #include "etable.h"
 
 #include <QCheckBox>
+#include <QFontMetrics>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -133,7 +134,9 @@ public:
         table = new ETable(new HostModel(100000, this), false, this);
         table->setObjectName(QStringLiteral("table"));
         table->setMultiSelect();
-        table->setColumnWidth(0, 250);
+        // Wide enough for the longest host name in the item font, with the cell's margins.
+        const QFontMetrics item(ETableModel::fontRole());
+        table->setColumnWidth(0, item.horizontalAdvance(QStringLiteral("host-000000.lab.example.net")) + 16);
         table->setColumnWidth(1, 110);
         table->setWideColumn(2, true);
         table->setHeightInRows(12);

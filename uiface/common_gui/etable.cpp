@@ -292,8 +292,11 @@ void ETable::adjustSizeHintToContent()
 
 void ETable::setRowHeight(int height)
 {
-    verticalHeader()->setMinimumSectionSize(fontMetrics().height() + 2);
-    verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height() + 2, height + 4));
+    const int fontRow = fontMetrics().height() + 2;
+    verticalHeader()->setMinimumSectionSize(fontRow);
+    // The header ignores a size above its maximum, and height + 4 must not overflow: cap it.
+    const int largest = verticalHeader()->maximumSectionSize();
+    verticalHeader()->setDefaultSectionSize(std::max(fontRow, std::min(height, largest - 4) + 4));
 }
 
 void ETable::saveState(QSettings& settings, const char* key)

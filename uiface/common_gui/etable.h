@@ -107,7 +107,7 @@ public:
     void setHeightInRows(int rows);
     /// Resizes the columns to their contents; the hints then cover every column and up to 20 rows.
     void adjustSizeHintToContent();
-    /// Default row height = max(font height + 2, \a height + 4).
+    /// Default row height = max(font height + 2, \a height + 4), at most the header's largest section.
     void setRowHeight(int height);
 
     /// Writes the header's layout under \a key (Latin-1).
