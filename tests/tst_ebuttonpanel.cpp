@@ -159,16 +159,19 @@ void TestEButtonPanel::buttonsComeInTheFixedOrder()
     QFETCH(QStringList, expected);
     QFETCH(QString, okCaption);
 
+    // The last confirming button is the only default one, in a dialog and on any other widget.
     QDialog dialog;
-    EButtonPanel panel(&dialog, flags);
-    const QList<QPushButton*> buttons = rowButtons(panel);
-    QCOMPARE(captions(buttons), expected);
-    QCOMPARE(panel.okButton ? panel.okButton->text() : QString(), okCaption);
-
-    // Every confirming button asks to be the default; inside one dialog Qt keeps the last one.
-    for (QPushButton* b : buttons) {
-        QCOMPARE(b->isDefault(), b == panel.okButton);
-        QCOMPARE(b->parent(), &panel);
+    QWidget page;
+    for (QWidget* host : {static_cast<QWidget*>(&dialog), &page}) {
+        EButtonPanel panel(host, flags);
+        const QList<QPushButton*> buttons = rowButtons(panel);
+        QCOMPARE(captions(buttons), expected);
+        QCOMPARE(panel.okButton ? panel.okButton->text() : QString(), okCaption);
+        for (QPushButton* b : buttons) {
+            QCOMPARE(b->isDefault(), b == panel.okButton);
+            QCOMPARE(b->parent(), &panel);
+        }
+        QCOMPARE(panel.layout()->alignment(), Qt::AlignHCenter | Qt::AlignBottom);
     }
 }
 

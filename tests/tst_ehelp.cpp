@@ -106,8 +106,10 @@ void TestEHelp::helpOpensTheLanguagePageElseTheRussianOne_data()
                                                    << QString() << QStringLiteral("eng/only.html");
     QTest::newRow("nothing installed") << QByteArray("deu") << QStringList() << QStringLiteral("index.html")
                                        << QString() << QStringLiteral("rus/index.html");
-    QTest::newRow("directory is not a page") << QByteArray("eng") << QStringList{QStringLiteral("eng/d/x.html")}
-                                             << QStringLiteral("d") << QString() << QStringLiteral("eng/d");
+    QTest::newRow("an existing directory is opened as well") << QByteArray("eng")
+                                                             << QStringList{QStringLiteral("eng/d/x.html")}
+                                                             << QStringLiteral("d") << QStringLiteral("eng/d")
+                                                             << QString();
 }
 
 void TestEHelp::helpOpensTheLanguagePageElseTheRussianOne()

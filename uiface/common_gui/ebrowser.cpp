@@ -38,7 +38,7 @@ void EBrowser::help(const QString& page)
         languageDir = base + QStringLiteral("rus");
     const QString file = languageDir + separator + page;
 
-    if (QFileInfo(file).isFile())
+    if (QFileInfo::exists(file))
         QDesktopServices::openUrl(QUrl::fromLocalFile(file));
     else
         EMessage::erro(nullptr, LCQT__Help_file_not_found + file + QLatin1Char('.'));

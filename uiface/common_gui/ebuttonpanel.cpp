@@ -20,8 +20,13 @@ QPushButton* EButtonPanel::makeButton(const QString& text, const char* name, boo
 {
     auto* button = new EButton(text, nullptr, confirms);
     button->setObjectName(QString::fromLatin1(name));
-    if (confirms)
+    if (confirms) {
+        // Only a QDialog keeps a single default button by itself; a panel on any other widget
+        // would otherwise show every confirming button as the default.
+        if (okButton)
+            okButton->setDefault(false);
         okButton = button;
+    }
     row->addWidget(button);
     return button;
 }
