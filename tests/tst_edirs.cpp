@@ -208,7 +208,9 @@ void TestEDirs::setLanguageIsReadBackFromTheFile()
         QCOMPARE(raw.value(QStringLiteral("Language/Code")).toString(), QStringLiteral("rus"));
     }
     // The cache is empty after setLanguage: what counts is the file, even if it changed meanwhile.
-    QVERIFY(writeFile(langIni(), "[Language]\nCode=fin\n"));
+    // (QSettings notices an edit by size and time stamp; an edit of the same size within one clock
+    // tick of the last write would look unchanged to it, hence the extra line.)
+    QVERIFY(writeFile(langIni(), "[Language]\n; edited by hand\nCode=fin\n"));
     QCOMPARE(QByteArray(EDirs::getLanguage()), QByteArray("fin"));
     // Once determined, the language is cached until the next setLanguage.
     QVERIFY(writeFile(langIni(), "[Language]\nCode=deu\n"));
@@ -274,22 +276,31 @@ void TestEDirs::stripOperations()
 void TestEDirs::directoriesAreDecodedAsUtf8()
 {
     QTemporaryDir base;
+    const QString binary = base.filePath(QString::fromUtf8("Программы"));
     const QString resource = base.filePath(QString::fromUtf8("Ресурсы продукта"));
+    const QString user = base.filePath(QString::fromUtf8("Настройки"));
     const QString common = base.filePath(QString::fromUtf8("Общие"));
+    qputenv("CG_BIN_DIR", binary.toUtf8());
     qputenv("CG_RESOURCE_DIR", resource.toUtf8());
+    qputenv("CG_USER_DIR", user.toUtf8());
     qputenv("CG_COMMON_DIR", common.toUtf8());
 
+    QCOMPARE(QByteArray(EDirs::c_binaryDir()), binary.toUtf8());
     QCOMPARE(QByteArray(EDirs::c_resourceDir()), resource.toUtf8());
+    QCOMPARE(QByteArray(EDirs::c_settingsDir()), user.toUtf8());
+    QCOMPARE(EDirs::getBinaryDir().path(), binary);
     QCOMPARE(EDirs::getResourceDir().path(), resource);
+    QCOMPARE(EDirs::getSettingsDir().path(), user);
     QCOMPARE(EDirs::getCommonSettingsDir().path(), common);
 
     // Not cached: the next call asks the path layer again.
     qputenv("CG_RESOURCE_DIR", base.path().toUtf8());
     QCOMPARE(EDirs::getResourceDir().path(), base.path());
 
-    // lang.ini goes to the common settings directory, whatever its name.
+    // lang.ini goes to the common settings directory, whatever its name, and nowhere else.
     EDirs::setLanguage("rus");
     QVERIFY(QFile::exists(common + QStringLiteral("/lang.ini")));
+    QVERIFY(!QFile::exists(user + QStringLiteral("/lang.ini")));
     QCOMPARE(QByteArray(EDirs::getLanguage()), QByteArray("rus"));
 }
 

@@ -6,14 +6,29 @@
 #include "esettings.h"
 
 #include <QFile>
+#include <QTemporaryDir>
 #include <QWidget>
+
+namespace {
+
+QStringList warnings;
+
+void collectWarnings(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type == QtWarningMsg)
+        warnings.append(text);
+}
+
+} // namespace
 
 class TestESettings : public QObject
 {
     Q_OBJECT
 private slots:
     void relativeNamesLandInTheSettingsDirectory();
+    void absoluteNamesAndDirectoriesAreUsedAsGiven();
     void arraysUseTheItemKeyAndDropTheOldTail();
+    void arrayHelpersKeepTheirPlaceInTheGroup();
     void emptyListStoresSizeZero();
     void getListClearsItsOutputFirst();
     void loadGeometryWithoutValueLeavesTheWidget();
@@ -32,13 +47,36 @@ void TestESettings::relativeNamesLandInTheSettingsDirectory()
     QSettings raw(file, QSettings::IniFormat);
     QCOMPARE(raw.value(QStringLiteral("G/Key")).toInt(), 7);
 
+    // No group opened, none closed: QSettings would warn about an unmatched endGroup().
+    warnings.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(collectWarnings);
     {
         ESettings s(QString{});
         s.setValue(QStringLiteral("Top"), 1);
         QCOMPARE(s.group(), QString());
     }
+    qInstallMessageHandler(previous);
+    QCOMPARE(warnings, QStringList());
     QSettings def(EDirs::getSettingsDir().filePath(QStringLiteral("common_gui.ini")), QSettings::IniFormat);
     QCOMPARE(def.value(QStringLiteral("Top")).toInt(), 1);
+}
+
+void TestESettings::absoluteNamesAndDirectoriesAreUsedAsGiven()
+{
+    QTemporaryDir elsewhere;
+    const QString absolute = elsewhere.filePath(QStringLiteral("absolute.ini"));
+    {
+        ESettings s(absolute.toLatin1().constData(), QStringLiteral("A"));
+        s.setValue(QStringLiteral("Key"), 1);
+    }
+    {
+        ESettings s(QDir(elsewhere.path()), "beside.ini", QStringLiteral("B"));
+        s.setValue(QStringLiteral("Key"), 2);
+    }
+    QCOMPARE(QSettings(absolute, QSettings::IniFormat).value(QStringLiteral("A/Key")).toInt(), 1);
+    QCOMPARE(QSettings(elsewhere.filePath(QStringLiteral("beside.ini")), QSettings::IniFormat)
+                 .value(QStringLiteral("B/Key")).toInt(), 2);
+    QVERIFY(!QFile::exists(EDirs::getSettingsDir().filePath(QStringLiteral("beside.ini"))));
 }
 
 void TestESettings::arraysUseTheItemKeyAndDropTheOldTail()
@@ -61,6 +99,36 @@ void TestESettings::arraysUseTheItemKeyAndDropTheOldTail()
     QList<int> list;
     ESettings::getList("Cols", list, s);
     QCOMPARE(list, (QList<int>{10, 20}));
+}
+
+void TestESettings::arrayHelpersKeepTheirPlaceInTheGroup()
+{
+    {
+        ESettings s(QStringLiteral("S"));
+        {
+            ESettingsWriteArray names(s, QStringLiteral("Names"));
+            names.write(QStringLiteral("one"));
+            names.write(QStringLiteral("two"));
+        }
+        // The array is closed again: later keys land in the group, not in the array.
+        s.setValue(QStringLiteral("After"), 1);
+    }
+    QSettings raw(EDirs::getSettingsDir().filePath(QStringLiteral("common_gui.ini")), QSettings::IniFormat);
+    QCOMPARE(raw.value(QStringLiteral("S/Names/2/Item")).toString(), QStringLiteral("two"));
+    QCOMPARE(raw.value(QStringLiteral("S/After")).toInt(), 1);
+
+    ESettings s(QStringLiteral("S"));
+    {
+        ESettingsReadArray names(s, QStringLiteral("Names"));
+        QCOMPARE(names.getSize(), 2);
+        QCOMPARE(names.read().toString(), QStringLiteral("one"));
+        QCOMPARE(names.read().toString(), QStringLiteral("two"));
+        // read() leaves the bound to its caller: past the end come invalid values.
+        QVERIFY(!names.read().isValid());
+        QCOMPARE(names.getIndex(), 3);
+    }
+    QCOMPARE(s.group(), QStringLiteral("S"));
+    QCOMPARE(s.value(QStringLiteral("After")).toInt(), 1);
 }
 
 void TestESettings::emptyListStoresSizeZero()
@@ -103,6 +171,10 @@ void TestESettings::geometryRoundTrips()
         ESettings s(QStringLiteral("Geo"));
         s.saveGeometry(&w);
     }
+    // The key is relative to the group.
+    QSettings raw(EDirs::getSettingsDir().filePath(QStringLiteral("common_gui.ini")), QSettings::IniFormat);
+    QVERIFY(!raw.value(QStringLiteral("Geo/Geometry")).toByteArray().isEmpty());
+
     QWidget other;
     ESettings s(QStringLiteral("Geo"));
     QVERIFY(s.loadGeometry(&other));

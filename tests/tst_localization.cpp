@@ -214,6 +214,7 @@ private slots:
     void nonLatinTextWithLineBreakRoundTrips();
     void zeroLengthEntryReadsUpToTheNextTerminator();
     void emptyTableLoadsWithoutReading();
+    void runningOutOfMemoryIsCode7_data();
     void runningOutOfMemoryIsCode7();
 
     void russianFileReplacesTheLibraryTexts();
@@ -293,6 +294,21 @@ void TestLocalization::loaderResultCodes_data()
     QTest::newRow("offsets whose difference overflows") << i.bytes() << 2;
     i = image(); i.dataSize = i.block.size() + 1;
     QTest::newRow("data size larger than the file") << i.bytes() << 6;
+
+    // The header is read and checked one field at a time: the first bad field decides, even when a
+    // later one is bad too or the file ends right after it.
+    i = image(); i.magic = "LCLX"; i.version = 2;
+    QTest::newRow("bad magic before bad version") << i.bytes() << 2;
+    i = image(); i.version = 2; i.unit = 16;
+    QTest::newRow("bad version before bad unit") << i.bytes() << 3;
+    i = image(); i.unit = 16; i.id ^= 1u;
+    QTest::newRow("bad unit before foreign identifier") << i.bytes() << 4;
+    i = image(); i.id ^= 1u; i.count = 58;
+    QTest::newRow("foreign identifier before wrong count") << i.bytes() << 5;
+    i = image(); i.id ^= 1u;
+    QTest::newRow("foreign identifier, file ends after it") << i.bytes().left(20) << 5;
+    i = image(); i.count = 58;
+    QTest::newRow("wrong count, file ends after it") << i.bytes().left(24) << 2;
     QTest::newRow("empty file") << QByteArray() << 6;
 }
 
@@ -404,16 +420,30 @@ void TestLocalization::emptyTableLoadsWithoutReading()
     QCOMPARE(std::ftell(file.get()), 24L);
 }
 
+void TestLocalization::runningOutOfMemoryIsCode7_data()
+{
+    QTest::addColumn<QByteArray>("file");
+
+    LocImage image(sampleTexts());
+    image.dataSize = INT_MAX; // about 2 GiB, far beyond the child's limit
+    QTest::newRow("text block") << image.bytes();
+
+    // The block itself fits; its one long text, decoded into twice as many bytes, does not.
+    QStringList texts = sampleTexts();
+    texts[0] = QString(48 << 20, QLatin1Char('x'));
+    QTest::newRow("decoded text") << LocImage(texts).bytes();
+}
+
 void TestLocalization::runningOutOfMemoryIsCode7()
 {
 #if defined(__SANITIZE_ADDRESS__)
     QSKIP("AddressSanitizer reserves more address space than the limit this test sets");
 #endif
-    LocImage image(sampleTexts());
-    image.dataSize = INT_MAX; // about 2 GiB, far beyond the child's limit
+    QFETCH(QByteArray, file);
     const QString fileName = scratch.filePath(QStringLiteral("huge.lcl"));
-    QVERIFY(writeAll(fileName, image.bytes()));
+    QVERIFY(writeAll(fileName, file));
     const ToolRun run = runTool(CG_LOC_PROBE, {QStringLiteral("load-limited"), fileName});
+    QFile::remove(fileName);
     QCOMPARE(run.exitCode, 0);
     const auto values = parseProbe(run.out);
     QCOMPARE(values.value(QStringLiteral("code")), QStringLiteral("7"));

@@ -111,16 +111,21 @@ int QTLocLoader::load(FILE* file, Localization& table)
     // Only the differences of the offsets matter. Entries that would run backwards or past the block
     // make the file unusable; it is refused before any slot changes.
     QVector<QString> texts;
-    texts.reserve(count);
-    int64_t position = 0;
-    for (int i = 0; i < count; ++i) {
-        const int64_t length = int64_t(offsets[i + 1]) - int64_t(offsets[i]);
-        if (length < 0 || position + length > dataSize)
-            return NotALocalization;
-        const char* entry = block.get() + position;
-        // A zero-length entry is read up to the next terminator, as the writer of old files expected.
-        texts.append(QString::fromUtf8(entry, length == 0 ? -1 : static_cast<int>(length - 1)));
-        position += length;
+    // The decoded texts take about twice the block; Qt reports running out of that by throwing.
+    try {
+        texts.reserve(count);
+        int64_t position = 0;
+        for (int i = 0; i < count; ++i) {
+            const int64_t length = int64_t(offsets[i + 1]) - int64_t(offsets[i]);
+            if (length < 0 || position + length > dataSize)
+                return NotALocalization;
+            const char* entry = block.get() + position;
+            // A zero-length entry is read up to the next terminator, as the writer of old files expected.
+            texts.append(QString::fromUtf8(entry, length == 0 ? -1 : static_cast<int>(length - 1)));
+            position += length;
+        }
+    } catch (const std::bad_alloc&) {
+        return OutOfMemory;
     }
 
     for (int i = 0; i < count; ++i)
