@@ -478,6 +478,23 @@ void TestLocalization::russianFileReplacesTheLibraryTexts()
     }
     QCOMPARE(translated, slotCount - 1); // "&OK" stays as it is
 
+    // The controls of one dialog need different accelerators: the find dialog, and the button panel.
+    const QList<QList<const QString*>> dialogs = {
+        {&LCQT__Match_whole_word_only, &LCQT__Match_case, &LCQT__Find_in_all_columns, &LCQT__Up, &LCQT__Down,
+         &LCQT__Find_Next__0, &LCQT__Cancel},
+        {&LCQT__Back, &LCQT__Save, &LCQT__OK, &LCQT__Next, &LCQT__Finish, &LCQT__Cancel},
+    };
+    for (const QList<const QString*>& dialog : dialogs) {
+        QString keys;
+        for (const QString* text : dialog) {
+            const int amp = text->indexOf(QLatin1Char('&'));
+            QVERIFY2(amp >= 0 && amp + 1 < text->size() && text->at(amp + 1).isLetter(), qPrintable(*text));
+            const QChar key = text->at(amp + 1).toLower();
+            QVERIFY2(!keys.contains(key), qPrintable(*text));
+            keys += key;
+        }
+    }
+
     QCOMPARE(module.load("eng", &error), 1);
     QCOMPARE(librarySlots(), englishTexts);
 }
