@@ -7,6 +7,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <clocale>
+
 enum class LocaleKind { Builtin, System, Custom };
 Q_DECLARE_METATYPE(LocaleKind)
 
@@ -73,6 +75,7 @@ private slots:
     void overlongCodeAbortsTheProcess_data();
     void overlongCodeAbortsTheProcess();
     void setLanguageIsReadBackFromTheFile();
+    void localeFallbackKeepsTheEnvironmentsLocale();
     void helpDirIsCachedUntilSetHelpDir();
     void stripOperations_data();
     void stripOperations();
@@ -217,6 +220,27 @@ void TestEDirs::setLanguageIsReadBackFromTheFile()
     QCOMPARE(QByteArray(EDirs::getLanguage()), QByteArray("fin"));
     EDirs::setLanguage("eng");
     QCOMPARE(QByteArray(EDirs::getLanguage()), QByteArray("eng"));
+}
+
+void TestEDirs::localeFallbackKeepsTheEnvironmentsLocale()
+{
+    const QByteArray savedLcAll = qgetenv("LC_ALL");
+    const QByteArray savedCtype = std::setlocale(LC_CTYPE, nullptr);
+    qputenv("LC_ALL", "C.UTF-8");
+    std::setlocale(LC_CTYPE, "C");
+
+    EDirs::setLanguage("fin"); // empties the cache; without the file the locale decides
+    QVERIFY(QFile::remove(langIni()));
+    QCOMPARE(QByteArray(EDirs::getLanguage()), QByteArray("eng"));
+    // The applications rely on LC_CTYPE following the environment afterwards.
+    const QByteArray ctype = std::setlocale(LC_CTYPE, nullptr);
+
+    std::setlocale(LC_CTYPE, savedCtype.constData());
+    if (savedLcAll.isNull())
+        qunsetenv("LC_ALL");
+    else
+        qputenv("LC_ALL", savedLcAll);
+    QCOMPARE(ctype, QByteArray("C.UTF-8"));
 }
 
 void TestEDirs::helpDirIsCachedUntilSetHelpDir()
