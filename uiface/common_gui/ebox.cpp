@@ -396,11 +396,17 @@ void EBoxModel::moveSelected(int direction)
             std::rotate(d + b.top - 1, d + b.top, d + b.end);
     }
     closeReset();
+    // All blocks are selected in one step: block by block, the selection model would compare
+    // every new range with every old one, which costs seconds for a thousand blocks.
+    QItemSelection moved;
     for (const Block& b : qAsConst(blocks)) {
-        const qint64 first = b.top + qint64(direction);
-        const qint64 end = b.end + qint64(direction);
-        selectRows(int(std::max<qint64>(first, 0)), int(std::min<qint64>(end, count)));
+        const int first = int(std::max<qint64>(b.top + qint64(direction), 0));
+        const int end = int(std::min<qint64>(b.end + qint64(direction), count));
+        if (first < end)
+            moved.append(QItemSelectionRange(index(first, 0), index(end - 1, 0)));
     }
+    if (!moved.isEmpty() && m_view && m_view->model() == this && m_view->selectionModel())
+        m_view->selectionModel()->select(moved, QItemSelectionModel::Select);
 }
 
 void EBoxModel::moveSelectedTo(EBoxModel* target)
