@@ -156,7 +156,7 @@ struct SortKey
     explicit SortKey(EBoxItem* i)
         : item(i)
     {
-        const QString& text = i ? i->text() : QString();
+        const QString& text = itemText(&item);
         const ushort* units = text.utf16();
         const int size = text.size();
         int at = 0;
