@@ -508,6 +508,8 @@ void TestEBox::moveSelected_data()
     QTest::newRow("scattered blocks up") << "ABCDEFG" << QList<int>{1, 3, 4} << -1 << "BADECFG" << QList<int>{0, 2, 3};
     QTest::newRow("blocked block is overtaken") << "ABCDE" << QList<int>{3, 4} << 1 << "ABCED" << QList<int>{4};
     QTest::newRow("magnitude only tests eligibility") << "ABCDEFG" << QList<int>{1} << 3 << "ACBDEFG" << QList<int>{4};
+    QTest::newRow("direction 0 moves down, reselects in place") << "ABCDE" << QList<int>{1} << 0 << "ACBDE" << QList<int>{1};
+    QTest::newRow("direction 0 at the end stays") << "ABCDE" << QList<int>{4} << 0 << "ABCDE" << QList<int>{};
     QTest::newRow("too far to be eligible") << "ABCDE" << QList<int>{1} << -2 << "ABCDE" << QList<int>{};
 }
 

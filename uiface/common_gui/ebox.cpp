@@ -382,6 +382,9 @@ void EBoxModel::moveSelected(int direction)
     for (const Block& r : ranges) {
         if (r.top + qint64(direction) < 0 || r.end + qint64(direction) > count)
             continue;
+        // Direction 0 passes the test above but still moves down: it needs a row below.
+        if (direction == 0 && r.end >= count)
+            continue;
         if (!blocks.isEmpty() && blocks.last().end == r.top)
             blocks.last().end = r.end;
         else
