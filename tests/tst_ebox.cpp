@@ -365,6 +365,10 @@ void TestEBox::notifications_data()
         << QStringList{"aboutToInsert 7 7", "inserted 7 7"} << letters("ABC");
     QTest::newRow("insert texts") << ModelOp([](EBoxModel& m) { m.insert(1, letters("xy")); })
                                   << QStringList{"aboutToInsert 1 2", "inserted 1 2"} << letters("AxyBC");
+    QTest::newRow("insert texts at the largest row") << ModelOp([](EBoxModel& m) { m.insert(INT_MAX, letters("xy")); })
+                                                     << QStringList{"aboutToInsert 2147483647 2147483647",
+                                                                    "inserted 2147483647 2147483647"}
+                                                     << letters("ABC");
     QTest::newRow("insert no texts") << ModelOp([](EBoxModel& m) { m.insert(0, QStringList()); })
                                      << QStringList() << letters("ABC");
     QTest::newRow("remove") << ModelOp([](EBoxModel& m) { m.remove(1); })
@@ -474,6 +478,7 @@ void TestEBox::moveTo_data()
     QTest::newRow("bad from") << 7 << 0 << -1 << "ABCDE";
     QTest::newRow("negative from") << -2 << 0 << -1 << "ABCDE";
     QTest::newRow("to past the end") << 0 << 9 << -1 << "ABCDE";
+    QTest::newRow("largest from") << INT_MAX << 0 << -1 << "ABCDE";
 }
 
 void TestEBox::moveTo()

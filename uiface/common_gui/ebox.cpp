@@ -9,6 +9,7 @@
 #include <QPixmap>
 
 #include <algorithm>
+#include <climits>
 #include <vector>
 
 namespace {
@@ -236,7 +237,7 @@ void EBoxModel::insert(int pos, const QStringList& texts)
         return;
     const int n = texts.size();
     if (m_depth == 0)
-        beginInsertRows(QModelIndex(), pos, pos + n - 1);
+        beginInsertRows(QModelIndex(), pos, int(std::min<qint64>(qint64(pos) + n - 1, INT_MAX)));
     if (pos >= 0 && pos <= m_items.count()) {
         // One shift of the tail instead of n single inserts; the capacity ends up the same.
         const int oldCount = m_items.count();
@@ -357,7 +358,7 @@ void EBoxModel::removeSelected()
 
 int EBoxModel::moveTo(int from, int to)
 {
-    if (to == from || to == from + 1)
+    if (to == from || qint64(to) == qint64(from) + 1)
         return to;
     if (from < 0 || from >= m_items.count() || to < 0 || to > m_items.count())
         return -1;
