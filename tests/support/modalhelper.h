@@ -21,21 +21,13 @@ class QWidget;
 struct ModalSeen
 {
     bool found = false;
-    QString className;             ///< e.g. "QMessageBox", "QFileDialog"
     QString title;                 ///< windowTitle()
-    QString text;                  ///< QMessageBox::text(), QInputDialog::labelText(), else the first label
-    QString informativeText;       ///< QMessageBox::informativeText()
+    QString text;                  ///< QMessageBox::text()
     QMessageBox::Icon icon = QMessageBox::NoIcon;
-    QStringList buttons;           ///< push button texts as shown (with '&'), left to right, top to bottom
-    QList<QMessageBox::StandardButton> standardButtons; ///< same order; NoButton for custom buttons
-    QString defaultButton;         ///< text of the default button, empty if there is none
+    QStringList buttons;           ///< visible push button texts without the '&' accelerator marks
+    QList<QMessageBox::StandardButton> standardButtons; ///< a QMessageBox's visible standard buttons
     QMessageBox::StandardButton defaultStandardButton = QMessageBox::NoButton;
-    Qt::WindowFlags flags;
     const QObject* parent = nullptr; ///< for comparison only: the box is gone when you look
-    QString answer;                ///< what the helper did, e.g. "button &Yes", "key Escape"
-
-    /// \a buttons without the '&' accelerator marks ("&Yes" -> "Yes").
-    QStringList plainButtons() const;
 };
 
 /// Answers modal boxes that code under test opens: it polls for the active modal widget, records
@@ -49,7 +41,7 @@ struct ModalSeen
 /// QCOMPARE(answer.seen().title, QStringLiteral("Question"));
 /// \endcode
 /// A chain answers several boxes in turn:
-/// `ModalAnswerer answer({ModalAnswer::key(Qt::Key_Escape), ModalAnswer::text("&Save")});`
+/// `ModalAnswerer answer({ModalAnswer::key(Qt::Key_Escape), ModalAnswer::button(QMessageBox::Ok)});`
 /// If no box appears within the timeout, or a box does not close after its answer, the helper stops,
 /// records why in error() and closes a stuck box, so a test fails instead of hanging; after a failure
 /// it closes (with -1) every box that still appears while it lives.
@@ -57,20 +49,17 @@ struct ModalSeen
 class ModalAnswer
 {
 public:
-    enum Kind { Button, Text, Key, Call };
+    enum Kind { Button, Key, Call };
 
+    /// Presses a QMessageBox's standard button.
     static ModalAnswer button(QMessageBox::StandardButton b);
-    /// Presses the push button whose text is \a text, with or without its '&'.
-    static ModalAnswer text(const QString& text);
-    static ModalAnswer text(const char* text) { return ModalAnswer::text(QString::fromUtf8(text)); }
-    /// Sends the key to the box's focus widget (Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter, ...).
+    /// Sends the key to the box's focus widget (Qt::Key_Escape, Qt::Key_Return, ...).
     static ModalAnswer key(Qt::Key key);
     /// Calls \a action with the box; the action must close it (or leave the helper to report).
     static ModalAnswer call(std::function<void(QWidget*)> action);
 
     Kind kind = Button;
     QMessageBox::StandardButton standard = QMessageBox::NoButton;
-    QString buttonText;
     Qt::Key keyCode = Qt::Key_unknown;
     std::function<void(QWidget*)> action;
 };
@@ -81,8 +70,6 @@ public:
     static constexpr int defaultTimeout = 5000;
 
     explicit ModalAnswerer(QMessageBox::StandardButton b, int timeoutMs = defaultTimeout);
-    explicit ModalAnswerer(Qt::Key key, int timeoutMs = defaultTimeout);
-    explicit ModalAnswerer(const QString& buttonText, int timeoutMs = defaultTimeout);
     explicit ModalAnswerer(const ModalAnswer& answer, int timeoutMs = defaultTimeout);
     /// Answers one box per entry, in order.
     ModalAnswerer(std::initializer_list<ModalAnswer> chain, int timeoutMs = defaultTimeout);
@@ -101,15 +88,10 @@ public:
     /// Runs the event loop until done() or until the helper gave up; returns done().
     bool wait(int timeoutMs = defaultTimeout);
 
-    /// The widget the helper would answer now, or null.
-    static QWidget* currentModal();
-
 private:
-    void start();
     void tick();
-    void answer(QWidget* box, const ModalAnswer& a, ModalSeen& seen);
+    void answer(QWidget* box, const ModalAnswer& a);
     void fail(const QString& why);
-    static void closeStuck(QWidget* box);
 
     std::vector<ModalAnswer> m_chain;
     std::vector<ModalSeen> m_seen;
