@@ -9,7 +9,9 @@
 #include <QRegularExpression>
 #include <QSignalSpy>
 
+#include <cstdint>
 #include <functional>
+#include <string>
 
 namespace {
 
@@ -121,6 +123,7 @@ private slots:
 
     void capacityFollowsGrowthRule_data();
     void capacityFollowsGrowthRule();
+    void vectorKeepsValuesReallocCannotMove();
     void vectorIgnoresOutOfRangePositions_data();
     void vectorIgnoresOutOfRangePositions();
     void objectVectorOwnsAndHandsOverItems();
@@ -189,6 +192,30 @@ void TestEBox::capacityFollowsGrowthRule()
     QCOMPARE(v.capacity(), capacity);
     v.expand(capacity - 1);
     QCOMPARE(v.capacity(), capacity);
+}
+
+void TestEBox::vectorKeepsValuesReallocCannotMove()
+{
+    // A short std::string points into itself, and an over-aligned value needs more alignment than
+    // malloc gives: neither may be grown with realloc.
+    struct alignas(64) Wide
+    {
+        int value;
+    };
+    SimpleVector<std::string> strings;
+    SimpleVector<Wide> wide;
+    for (int i = 0; i < 300; ++i) {
+        strings.insert(i / 2, std::to_string(i));
+        wide.append(Wide{i});
+        QCOMPARE(reinterpret_cast<std::uintptr_t>(wide.data()) % alignof(Wide), std::uintptr_t(0));
+    }
+    QCOMPARE(strings.capacity(), 512);
+    QCOMPARE(strings[0], std::string("1"));
+    QCOMPARE(strings[150], std::string("298"));
+    QCOMPARE(strings[299], std::string("0"));
+    strings.removeRange(0, 299);
+    QCOMPARE(strings[0], std::string("0"));
+    QCOMPARE(wide[299].value, 299);
 }
 
 void TestEBox::vectorIgnoresOutOfRangePositions_data()

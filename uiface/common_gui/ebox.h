@@ -12,6 +12,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <new>
@@ -59,7 +60,7 @@ public:
         if (n <= m_capacity)
             return;
         const int newCapacity = grownCapacity(n);
-        if constexpr (std::is_trivially_copyable<T>::value) {
+        if constexpr (growsInPlace) {
             // realloc can move a large array by remapping its pages: growing a million-row list
             // in steps of 4096 would otherwise copy and fault in every page again and again.
             void* grown = std::realloc(static_cast<void*>(m_data), size_t(newCapacity) * sizeof(T));
@@ -68,7 +69,7 @@ public:
             m_data = static_cast<T*>(grown);
         } else {
             T* grown = new T[size_t(newCapacity)];
-            std::copy(m_data, m_data + m_count, grown);
+            std::move(m_data, m_data + m_count, grown);
             delete[] m_data;
             m_data = grown;
         }
@@ -87,7 +88,7 @@ public:
         if (pos < 0 || pos > m_count)
             return;
         expand(m_count + 1);
-        std::copy_backward(m_data + pos, m_data + m_count, m_data + m_count + 1);
+        std::move_backward(m_data + pos, m_data + m_count, m_data + m_count + 1);
         m_data[pos] = v;
         ++m_count;
     }
@@ -99,7 +100,7 @@ public:
         if (from < 0 || from >= m_count || to <= from)
             return;
         to = std::min(to, m_count);
-        std::copy(m_data + to, m_data + m_count, m_data + from);
+        std::move(m_data + to, m_data + m_count, m_data + from);
         m_count -= to - from;
     }
 
@@ -121,9 +122,14 @@ public:
     }
 
 protected:
+    // Only values that malloc can hold and realloc can move byte by byte go through realloc;
+    // anything else (strings, over-aligned types) is moved into a new array.
+    static constexpr bool growsInPlace = std::is_trivial<T>::value
+        && alignof(T) <= alignof(std::max_align_t);
+
     void freeArray()
     {
-        if constexpr (std::is_trivially_copyable<T>::value)
+        if constexpr (growsInPlace)
             std::free(static_cast<void*>(m_data));
         else
             delete[] m_data;
@@ -132,7 +138,6 @@ protected:
     T* m_data = nullptr;
     int m_count = 0;
     int m_capacity = 0;
-
 };
 
 /// The owning variant of SimpleVector: its elements are pointers to heap objects that it deletes
