@@ -2,22 +2,16 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "cgtest.h"
 
-#include "common_gui_res.h"
 #include "edirs.h"
-#include "eresource.h"
 #include "esettings.h"
 #include "esplitter.h"
 #include "estatedialog.h"
 #include "estatewindow.h"
 
-#include <QContextMenuEvent>
 #include <QFile>
-#include <QLabel>
-#include <QMenu>
 #include <QPointer>
 #include <QScreen>
 #include <QTextEdit>
-#include <QToolBar>
 
 namespace {
 
@@ -38,8 +32,7 @@ public:
 class TestWindow : public EStateWindow
 {
 public:
-    explicit TestWindow(const char* name, int icon = -1, int icon2 = -1)
-        : EStateWindow(nullptr, name, QStringLiteral("Test window"), icon, icon2)
+    explicit TestWindow(const char* name) : EStateWindow(nullptr, name, QStringLiteral("Test window"))
     {
         setCentralWidget(new QTextEdit(this));
         EState::loadState();
@@ -73,7 +66,6 @@ class TestEState : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QVERIFY(Resource::load(QStringLiteral(CG_ERESOURCE_RCC_DIR "/eresource_early.rcc"))); }
     void init() { QFile::remove(EDirs::getSettingsDir().filePath(QStringLiteral("common_gui.ini"))); }
 
     void everyWayOfEndingAStateDialogSaves_data()
@@ -89,7 +81,6 @@ private slots:
         QFETCH(int, how);
         {
             TestDialog dialog("EndingDialog");
-            QVERIFY(dialog.isModal());
             QVERIFY(showActive(&dialog));
             dialog.setGeometry(31, 42, 345, 234);
             if (how == -1)
@@ -105,7 +96,6 @@ private slots:
         const QByteArray text = iniText();
         QVERIFY2(text.startsWith("[EndingDialog]\nGeometry=@ByteArray(\\x1\\xd9\\xd0\\xcb"), text.constData());
         QVERIFY2(text.contains("\nPos=@Point(") && text.contains(")\nSize=@Size(345 234)\n"), text.constData());
-        QCOMPARE(text.count('='), 3);
         TestDialog second("EndingDialog");
         QCOMPARE(second.geometry(), QRect(31, 42, 345, 234));
     }
@@ -142,24 +132,19 @@ private slots:
         QCOMPARE(w.geometry(), expected.isNull() ? QRect(centred, QSize(301, 201)) : expected);
     }
 
-    void stateWindowHasNoMenuAndSignalsBeforeSavingThenDeletesItself_data()
+    void stateWindowSignalsBeforeSavingThenDeletesItself_data()
     {
         QTest::addColumn<bool>("escape");
         QTest::newRow("close") << false;
         QTest::newRow("escape") << true;
     }
 
-    void stateWindowHasNoMenuAndSignalsBeforeSavingThenDeletesItself()
+    void stateWindowSignalsBeforeSavingThenDeletesItself()
     {
         QFETCH(bool, escape);
         QPointer<TestWindow> window = new TestWindow("ClosingWindow");
         QVERIFY(showActive(window));
         window->setGeometry(90, 60, 520, 330);
-        QToolBar* bar = window->addToolBar(QStringLiteral("Tools")); // a main window's bars offer no menu
-        QVERIFY(!window->createPopupMenu());
-        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), bar->mapToGlobal(QPoint(5, 5)));
-        QApplication::sendEvent(bar, &event);
-        QVERIFY(!QApplication::activePopupWidget() && window->findChildren<QMenu*>().isEmpty());
         QByteArray fileDuringSignal = "not called";
         connect(window.data(), &EStateWindow::stateWindowClosed, this, [&](EStateWindow* w) {
             QCOMPARE(w, window.data());
@@ -178,50 +163,12 @@ private slots:
         QCOMPARE(second.extra, 42);
     }
 
-    void stateWindowIconsComeFromTheTable_data()
-    {
-        QTest::addColumn<int>("icon");
-        QTest::addColumn<int>("icon2");
-        QTest::addColumn<QSize>("size"); // 8 x 8 and pure blue: the application's icon
-        QTest::addColumn<QRgb>("centre");
-        QTest::newRow("none") << -1 << -1 << QSize(8, 8) << qRgb(0, 0, 0xff);
-        QTest::newRow("second only") << -1 << int(CgIcon::TbLog) << QSize(24, 24) << qRgb(0x20, 0x60, 0xc0);
-        QTest::newRow("both, second missing") << int(CgIcon::TbLog) << int(CgIcon::Cross) << QSize(24, 24)
-                                              << qRgb(0x20, 0x60, 0xc0);
-    }
-
-    void stateWindowIconsComeFromTheTable()
-    {
-        QFETCH(int, icon);
-        QFETCH(int, icon2);
-        QFETCH(QSize, size);
-        QFETCH(QRgb, centre);
-        QPixmap appPixmap(8, 8);
-        appPixmap.fill(Qt::blue);
-        QApplication::setWindowIcon(QIcon(appPixmap));
-        TestWindow window("IconWindow", icon, icon2);
-        window.setAttribute(Qt::WA_DeleteOnClose, false);
-        const QIcon shown = window.windowIcon();
-        QApplication::setWindowIcon(QIcon());
-        QCOMPARE(shown.availableSizes(), QList<QSize>{size});
-        QCOMPARE(shown.pixmap(size).toImage().pixel(size.width() / 2, size.height() / 2), centre);
-    }
-
     void splitterSavesWhatTheUserLeftAndLoadsOnlyUsableLists()
     {
         ESettings s(QStringLiteral("Splitter"));
-        const auto storedSizes = [&s] {
-            QList<int> list;
-            ESettings::getList("Sizes", list, s);
-            return list;
-        };
-        ESettings::setList("Sizes", {11, 22}, s);
         ESplitter splitter;
         splitter.addWidget(new QTextEdit(&splitter));
         splitter.addWidget(new QTextEdit(&splitter));
-        splitter.saveState(s, "Sizes"); // never shown, never hidden: nothing to say
-        QCOMPARE(storedSizes(), (QList<int>{11, 22}));
-
         splitter.setHandleWidth(20);
         splitter.resize(620, 200);
         splitter.show();
@@ -231,37 +178,15 @@ private slots:
         // Sizes set while hidden were never on screen: what is saved is what the user left.
         splitter.setSizes({500, 100});
         splitter.saveState(s, "Sizes");
-        QCOMPARE(storedSizes(), (QList<int>{100, 500}));
+        QList<int> stored;
+        ESettings::getList("Sizes", stored, s);
+        QCOMPARE(stored, (QList<int>{100, 500}));
         ESettings::setList("Sizes", {150}, s);
         splitter.loadState(s, "Sizes");
         QCOMPARE(splitter.sizes(), (QList<int>{500, 100}));
         ESettings::setList("Sizes", {150, 450}, s);
         splitter.loadState(s, "Sizes");
         QCOMPARE(splitter.sizes(), (QList<int>{150, 450}));
-    }
-
-    void splitterHandleIsALightToDarkGradient()
-    {
-        for (Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
-            ESplitter splitter(orientation);
-            QPalette palette = splitter.palette();
-            palette.setColor(QPalette::Light, QColor(250, 0, 0));
-            palette.setColor(QPalette::Dark, QColor(0, 0, 250));
-            splitter.setPalette(palette);
-            splitter.setHandleWidth(40);
-            splitter.addWidget(new QLabel(&splitter));
-            splitter.addWidget(new QLabel(&splitter));
-            splitter.resize(200, 200);
-            const QImage image = splitter.handle(1)->grab().toImage();
-            const int w = image.width() - 1;
-            const int h = image.height() - 1;
-            // The gradient runs along one axis: the other is uniform.
-            const bool across = orientation == Qt::Horizontal;
-            const QColor first = image.pixelColor(across ? QPoint(0, 2) : QPoint(w - 2, 0));
-            const QColor last = image.pixelColor(across ? QPoint(w, h - 2) : QPoint(2, h));
-            QVERIFY2(first.red() > 240 && first.blue() < 10, qPrintable(first.name()));
-            QVERIFY2(last.blue() > 240 && last.red() < 10, qPrintable(last.name()));
-        }
     }
 };
 
