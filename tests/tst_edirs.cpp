@@ -24,6 +24,8 @@ private slots:
     void languageInAChildProcess();
     void languageAndHelpDirAreCachedUntilSet();
     void localeFallbackKeepsTheEnvironmentsLocale();
+    void stripOperations_data();
+    void stripOperations();
 
 private:
     QTemporaryDir locales; // LOCPATH with ru_RU compiled as "ru_RU.UTF-8", "ru" and "RUS"
@@ -133,6 +135,32 @@ void TestEDirs::localeFallbackKeepsTheEnvironmentsLocale()
     std::setlocale(LC_CTYPE, savedCtype.constData());
     savedLcAll.isNull() ? qunsetenv("LC_ALL") : qputenv("LC_ALL", savedLcAll);
     QCOMPARE(ctype, QByteArray("C.UTF-8"));
+}
+
+void TestEDirs::stripOperations_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("withoutFile");
+    QTest::addColumn<QString>("lastComponent");
+    QTest::addColumn<QString>("withoutExt");
+    QTest::newRow("file with extension") << "/a/b.c/f.txt" << "/a/b.c" << "f.txt" << "/a/b.c/f";
+    QTest::newRow("dot only in a folder") << "/a/b.c/file" << "/a/b.c" << "file" << "/a/b";
+    QTest::newRow("hidden file") << ".profile" << ".profile" << ".profile" << "";
+    QTest::newRow("trailing separator") << "/a/b/" << "/a/b" << "" << "/a/b/";
+}
+
+void TestEDirs::stripOperations()
+{
+    QFETCH(QString, path);
+    QString p = path;
+    EDirs::stripFileFromPath(p);
+    QTEST(p, "withoutFile");
+    p = path;
+    EDirs::stripFolderFromPath(p);
+    QTEST(p, "lastComponent");
+    p = path;
+    EDirs::stripExtFromPath(p);
+    QTEST(p, "withoutExt");
 }
 
 CG_TEST_MAIN(TestEDirs)

@@ -7,7 +7,9 @@
 #include "edirs.h"
 #include "qt_loc_loader.h"
 
+#include <QLibraryInfo>
 #include <QProcess>
+#include <QTranslator>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -135,6 +137,9 @@ private slots:
     void refusedFileLeavesEveryText_data();
     void refusedFileLeavesEveryText();
     void compilerReadsAnyOrderAndLineEndsAndDumpsBack();
+    void compilerRefusesBadSources_data();
+    void compilerRefusesBadSources();
+    void qtTranslationIsInstalledOnlyForRussian();
 
 private:
     QTemporaryDir scratch;
@@ -310,4 +315,57 @@ void TestLocalization::compilerReadsAnyOrderAndLineEndsAndDumpsBack()
 }
 
 CG_TEST_MAIN(TestLocalization)
+void TestLocalization::compilerRefusesBadSources_data()
+{
+    QTest::addColumn<QByteArray>("source");
+    QTest::addColumn<QString>("message");
+    const QList<QByteArray> lines = readAll(QStringLiteral(CG_SOURCE_DIR "/translations/eng.txt")).split('\n');
+    auto with = [&lines](int index, const QByteArray& line) {
+        QList<QByteArray> l = lines;
+        line.isNull() ? l.removeAt(index) : l.insert(index, line);
+        return l.join('\n');
+    };
+    const int first = int(std::find_if(lines.begin(), lines.end(), [](const QByteArray& l) {
+                              return l.startsWith("LCQT__");
+                          }) - lines.begin());
+    QTest::newRow("missing name") << with(first, QByteArray())
+                                  << QStringLiteral("error: missing slot name \"LCQT__Auto\"");
+    QTest::newRow("unknown name") << with(first, "LCQT__Confirm_passwort\tConfirm password:")
+                                  << QStringLiteral(":%1: error: unknown slot name \"LCQT__Confirm_passwort\"").arg(first + 1);
+    QTest::newRow("duplicate name") << with(first + 1, lines.at(first))
+                                    << QStringLiteral(":%1: error: duplicate slot name \"LCQT__Auto\" (first given on line %2)")
+                                           .arg(first + 2).arg(first + 1);
+}
+
+void TestLocalization::compilerRefusesBadSources()
+{
+    QFETCH(QByteArray, source);
+    QFETCH(QString, message);
+    const QString sourceName = scratch.filePath(QStringLiteral("bad.txt"));
+    const QString output = scratch.filePath(QStringLiteral("bad.lcl"));
+    QVERIFY(writeAll(sourceName, source));
+    QByteArray out;
+    QVERIFY(runTool(CG_LOC_COMPILE, {sourceName, output}, &out) > 0);
+    QVERIFY2(QString::fromUtf8(out).contains(message), out.constData());
+    QVERIFY(!QFile::exists(output));
+}
+
+void TestLocalization::qtTranslationIsInstalledOnlyForRussian()
+{
+    const int before = qApp->findChildren<QTranslator*>().size();
+    Loc::QTLibModule module;
+    std::string error;
+    QCOMPARE(module.load("eng", &error), 1);
+    QCOMPARE(qApp->findChildren<QTranslator*>().size(), before);
+
+    if (!QFile::exists(QLibraryInfo::location(QLibraryInfo::TranslationsPath) + QStringLiteral("/qt_ru.qm")))
+        QSKIP("Qt's Russian translation is not installed (package qttranslations5-l10n)");
+    QCOMPARE(module.load("rus", &error), 1);
+    const QList<QTranslator*> translators = qApp->findChildren<QTranslator*>();
+    QCOMPARE(translators.size(), before + 1);
+    const QString cancel = QCoreApplication::translate("QPlatformTheme", "Cancel");
+    qDeleteAll(translators);
+    QCOMPARE(cancel, QString::fromUtf8("Отмена"));
+}
+
 #include "tst_localization.moc"
