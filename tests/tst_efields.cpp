@@ -2,12 +2,14 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "cgtest.h"
 
+#include "ebutton.h"
 #include "echeckbox.h"
 #include "ecombobox.h"
 #include "ecombopair.h"
 #include "edatetimebox.h"
 #include "edatetimepair.h"
 #include "edirs.h"
+#include "eiconbutton.h"
 #include "eeditbox.h"
 #include "eeditpair.h"
 #include "espinbox.h"
@@ -17,6 +19,7 @@
 
 #include <QCalendarWidget>
 #include <QDialog>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QTableView>
 
@@ -232,6 +235,35 @@ private slots:
         EComboStatePair pair(QStringLiteral("Find what:"), QStringLiteral("What"), &again);
         QCOMPARE(pair.getComboState()->count(), 2);
         QCOMPARE(pair.getComboState()->itemText(0), QStringLiteral("second"));
+    }
+
+    void buttonsArePaddedAndIconButtonsSquare()
+    {
+        EButton ok(QStringLiteral("&OK"), nullptr, true);
+        QCOMPARE(ok.text(), QStringLiteral(" &OK "));
+        QVERIFY(ok.isDefault());
+
+        QPixmap pixmap(48, 48);
+        pixmap.fill(Qt::darkCyan);
+        QWidget window;
+        auto* button = new EIconButton(QIcon(pixmap));
+        button->setIconSize(QSize(48, 48)); // after construction: the width stays as fixed
+        (new QHBoxLayout(&window))->addWidget(button);
+        const int side = button->minimumWidth();
+        QCOMPARE(button->maximumWidth(), side);
+        window.resize(600, 80);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCOMPARE(button->width(), side);
+    }
+
+    void dateTimePairProposesAMonthAhead()
+    {
+        const qint64 before = QDateTime::currentDateTime().addMonths(1).toSecsSinceEpoch();
+        EDateTimePair pair(QStringLiteral("Valid until:"));
+        const qint64 after = QDateTime::currentDateTime().addMonths(1).toSecsSinceEpoch();
+        const qint64 proposed = pair.getDateTimeBox()->dateTime().toSecsSinceEpoch();
+        QVERIFY(proposed >= before && proposed <= after);
     }
 };
 

@@ -5,7 +5,9 @@
 #include "esettings.h"
 #include "etable.h"
 
+#include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QPointer>
 #include <QRandomGenerator>
 #include <QRegExp>
@@ -253,6 +255,28 @@ private slots:
         clickCell(table, 3, 0);
         clickCell(table, 3, 2); // another column of the same row is not a change of the current row
         QCOMPARE(currentRows, QList<int>{3});
+    }
+
+    void tabAndBacktabLeaveTheTable()
+    {
+        QWidget window;
+        auto* before = new QLineEdit(&window);
+        auto* table = new ETable(numbered(4), true, &window);
+        auto* after = new QLineEdit(&window);
+        auto* row = new QHBoxLayout(&window);
+        row->addWidget(before);
+        row->addWidget(table);
+        row->addWidget(after);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        clickCell(*table, 1, 0);
+        QTest::keyClick(table, Qt::Key_Tab);
+        QTRY_VERIFY(after->hasFocus());
+        table->setFocus();
+        QTest::keyClick(table, Qt::Key_Backtab, Qt::ShiftModifier);
+        QTRY_VERIFY(before->hasFocus());
+        QCOMPARE(QPoint(table->currentRow(), table->currentColumn()), QPoint(1, 0));
     }
 };
 
