@@ -2,13 +2,16 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "cgtest.h"
 
+#include "common_gui_res.h"
 #include "edirs.h"
+#include "eresource.h"
 #include "esettings.h"
 #include "esplitter.h"
 #include "estatedialog.h"
 #include "estatewindow.h"
 
 #include <QFile>
+#include <QLabel>
 #include <QPointer>
 #include <QScreen>
 #include <QTextEdit>
@@ -187,6 +190,40 @@ private slots:
         ESettings::setList("Sizes", {150, 450}, s);
         splitter.loadState(s, "Sizes");
         QCOMPARE(splitter.sizes(), (QList<int>{150, 450}));
+    }
+
+    void windowIconComesFromTheTable()
+    {
+        QVERIFY(Resource::load(QStringLiteral(CG_ERESOURCE_RCC_DIR "/eresource_early.rcc")));
+        EStateWindow window(nullptr, "IconWindow", QStringLiteral("Icons"), int(CgIcon::TbLog));
+        window.setAttribute(Qt::WA_DeleteOnClose, false);
+        const QIcon shown = window.windowIcon();
+        QCOMPARE(shown.availableSizes(), QList<QSize>{QSize(24, 24)});
+        QCOMPARE(shown.pixmap(24, 24).toImage().pixel(12, 12), qRgb(0x20, 0x60, 0xc0));
+    }
+
+    void splitterHandleIsALightToDarkGradient()
+    {
+        for (Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
+            ESplitter splitter(orientation);
+            QPalette palette = splitter.palette();
+            palette.setColor(QPalette::Light, QColor(250, 0, 0));
+            palette.setColor(QPalette::Dark, QColor(0, 0, 250));
+            splitter.setPalette(palette);
+            splitter.setHandleWidth(40);
+            splitter.addWidget(new QLabel(&splitter));
+            splitter.addWidget(new QLabel(&splitter));
+            splitter.resize(200, 200);
+            const QImage image = splitter.handle(1)->grab().toImage();
+            const int w = image.width() - 1;
+            const int h = image.height() - 1;
+            // The gradient runs along one axis: the other is uniform.
+            const bool across = orientation == Qt::Horizontal;
+            const QColor first = image.pixelColor(across ? QPoint(0, 2) : QPoint(w - 2, 0));
+            const QColor last = image.pixelColor(across ? QPoint(w, h - 2) : QPoint(2, h));
+            QVERIFY2(first.red() > 240 && first.blue() < 10, qPrintable(first.name()));
+            QVERIFY2(last.blue() > 240 && last.red() < 10, qPrintable(last.name()));
+        }
     }
 };
 
