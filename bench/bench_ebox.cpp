@@ -79,85 +79,71 @@ void perRow(benchmark::State& state, long bytes)
 
 // ------------------------------------------------------------------------------------- filling
 
-void BM_Fill_EBoxModel_Batch(benchmark::State& state)
+// Times fill(n), which returns the filled container, and counts the heap it left in use. Each
+// round frees its container and trims the heap outside the timed part.
+template <class Fill>
+void fillRounds(benchmark::State& state, Fill fill)
 {
     const int n = int(state.range(0));
     long bytes = -1;
     for (auto _ : state) {
         const long before = heapInUse();
-        auto model = std::make_unique<EBoxModel>();
-        model->beginChanges();
-        for (int i = 0; i < n; ++i)
-            model->append(new EBoxItem(rowText(i)));
-        model->endChanges();
+        auto filled = fill(n);
         state.PauseTiming();
         bytes = heapInUse() - before;
-        model.reset();
+        filled.reset();
         settleHeap();
         state.ResumeTiming();
     }
     perRow(state, bytes);
 }
 
+void BM_Fill_EBoxModel_Batch(benchmark::State& state)
+{
+    fillRounds(state, [](int n) {
+        auto model = std::make_unique<EBoxModel>();
+        model->beginChanges();
+        for (int i = 0; i < n; ++i)
+            model->append(new EBoxItem(rowText(i)));
+        model->endChanges();
+        return model;
+    });
+}
+
 void BM_Fill_EBoxModel_AppendSteal(benchmark::State& state)
 {
-    const int n = int(state.range(0));
-    long bytes = -1;
-    for (auto _ : state) {
-        const long before = heapInUse();
+    fillRounds(state, [](int n) {
         auto model = std::make_unique<EBoxModel>();
         ObjectVector<EBoxItem> items;
         items.expand(n);
         for (int i = 0; i < n; ++i)
             items.append(new EBoxItem(rowText(i)));
         model->appendSteal(items);
-        state.PauseTiming();
-        bytes = heapInUse() - before;
-        model.reset();
-        settleHeap();
-        state.ResumeTiming();
-    }
-    perRow(state, bytes);
+        return model;
+    });
 }
 
 void BM_Fill_QStandardItemModel(benchmark::State& state)
 {
-    const int n = int(state.range(0));
-    long bytes = -1;
-    for (auto _ : state) {
-        const long before = heapInUse();
+    fillRounds(state, [](int n) {
         auto model = std::make_unique<QStandardItemModel>();
         for (int i = 0; i < n; ++i)
             model->appendRow(new QStandardItem(rowText(i)));
-        state.PauseTiming();
-        bytes = heapInUse() - before;
-        model.reset();
-        settleHeap();
-        state.ResumeTiming();
-    }
-    perRow(state, bytes);
+        return model;
+    });
 }
 
 void BM_Fill_QStringListModel(benchmark::State& state)
 {
-    const int n = int(state.range(0));
-    long bytes = -1;
-    for (auto _ : state) {
-        const long before = heapInUse();
+    fillRounds(state, [](int n) {
         auto model = std::make_unique<QStringListModel>();
         QStringList texts;
         texts.reserve(n);
         for (int i = 0; i < n; ++i)
             texts.append(rowText(i));
         model->setStringList(texts);
-        texts.clear();
-        state.PauseTiming();
-        bytes = heapInUse() - before;
-        model.reset();
-        settleHeap();
-        state.ResumeTiming();
-    }
-    perRow(state, bytes);
+        return model;
+    });
 }
 
 void BM_Fill_QListWidget(benchmark::State& state)
