@@ -36,7 +36,7 @@ class COMMON_GUI_EXPORT EFile
 public:
     /// How open() opens the file: "rb", "wb" (creates or truncates), "rb+" (the file must exist).
     /// Any value other than ReadOnly and WriteOnly opens for reading and writing.
-    enum OpenMode { ReadOnly = 0, WriteOnly = 1, ReadWrite = 2 };
+    enum OpenMode : int { ReadOnly = 0, WriteOnly = 1, ReadWrite = 2 };
 
     EFile();
     explicit EFile(const QString& fileName);
