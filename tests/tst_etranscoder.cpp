@@ -24,8 +24,8 @@ class TestETranscoder : public QObject
 {
     Q_OBJECT
 private slots:
-    void decodesEveryCodePage_data();
-    void decodesEveryCodePage();
+    void decodesText_data();
+    void decodesText();
     void singleBytePagesMatchTheWayThroughUtf8_data();
     void singleBytePagesMatchTheWayThroughUtf8();
     void lengthAndNulRules_data();
@@ -34,25 +34,20 @@ private slots:
     void sharedByThreadsGivesWhatOneThreadGives();
 };
 
-void TestETranscoder::decodesEveryCodePage_data()
+void TestETranscoder::decodesText_data()
 {
     QTest::addColumn<int>("page");
     QTest::addColumn<QByteArray>("qtName");
     QTest::addColumn<QString>("text");
-    const QString russian = QString::fromUtf8("Съешь же ещё этих мягких французских булок, да выпей чаю. ЁЖ №5");
-    QTest::newRow("Windows-1251") << CP_WINDOWS1251 << QByteArray("windows-1251") << russian + QString::fromUtf8(" «Ђђ» —");
-    QTest::newRow("KOI8-R") << CP_KOI8R << QByteArray("KOI8-R") << russian.left(40) + QString::fromUtf8(" ─│┌");
+    // By table and through iconv; convi's own tests go through every code page.
+    const QString russian = QString::fromUtf8("Съешь же ещё этих мягких французских булок, да выпей чаю. ЁЖ №5 «Ђђ» —");
+    QTest::newRow("Windows-1251, long") << CP_WINDOWS1251 << QByteArray("windows-1251") << russian.repeated(5000);
     QTest::newRow("KOI8-U") << CP_KOI8U << QByteArray("KOI8-U") << QString::fromUtf8("Ґанок, їжак, єнот");
-    QTest::newRow("CP866") << CP_IBM866 << QByteArray("IBM866") << russian;
-    QTest::newRow("ISO-8859-5") << CP_ISO8859_5 << QByteArray("ISO-8859-5") << russian;
-    QTest::newRow("Windows-1252") << CP_WINDOWS1252 << QByteArray("windows-1252") << QString::fromUtf8("Ça coûte 5 € — déjà");
-    QTest::newRow("ISO-8859-1") << CP_ISO8859_1 << QByteArray("ISO-8859-1") << QString::fromUtf8("naïve façade ÿ");
     QTest::newRow("UTF-16LE") << CP_UTF16LE << QByteArray("UTF-16LE") << QString::fromUtf8("Ёж 😀 中文");
     QTest::newRow("UTF-8") << CP_UTF8 << QByteArray("UTF-8") << QString::fromUtf8("Ёж 😀 中文");
-    QTest::newRow("long") << CP_WINDOWS1251 << QByteArray("windows-1251") << russian.repeated(5000);
 }
 
-void TestETranscoder::decodesEveryCodePage()
+void TestETranscoder::decodesText()
 {
     QFETCH(int, page);
     QFETCH(QByteArray, qtName);

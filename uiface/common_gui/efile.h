@@ -80,6 +80,8 @@ protected:
     bool fail();
 
     enum LastOperation { NoOperation = 0, ReadOperation = 1, WriteOperation = 2 };
+    /// Clears errno and seeks in place unless the last transfer was \a operation too.
+    void beginTransfer(int operation);
 
     FILE* m_stream = nullptr;
     long m_size = -1;                   ///< taken by open() and refreshed by size()
