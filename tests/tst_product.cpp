@@ -156,8 +156,11 @@ void TestProduct::defaultIconsComeWithTheLibrary()
     EnvVar resource("CG_RESOURCE_DIR", QString()), bin("CG_BIN_DIR", QString());
     QVERIFY(setProductName("iconuser"));   // an application's resource directory has no icons
     QVERIFY(!QFile::exists(EDirs::getResourceDir().filePath(QStringLiteral("icons.rcc"))));
+    // An application's own image for a path, registered first, stays in front of the default set.
+    QVERIFY(Resource::load(QStringLiteral(CG_BINARY_DIR "/tests/eresource_early.rcc")));
     QVERIFY(Resource::loadDefaultIcons());
-    for (int id : {0, int(CgIcon::Lock), common_gui_resource_count - 1}) {
+    QCOMPARE(QImage(QStringLiteral(":/tb_log.png")).pixel(12, 12), qRgb(0x20, 0x60, 0xc0));
+    for (int id : {int(CgIcon::TbMonitor), int(CgIcon::Lock1), common_gui_resource_count - 1}) {
         const QPixmap* pixmap = Resource::getPixmap(id);
         QVERIFY2(!pixmap->isNull(), common_gui_resource_paths[id]);
     }
