@@ -32,13 +32,6 @@ public slots:
     void hit() { ++calls; }
 };
 
-// Connects through \a connector either to Receiver::hit or to a lambda, as the row asks.
-template <typename Widget, typename Connector>
-bool wire(Widget* w, Receiver* r, bool functor, Connector connector)
-{
-    return functor ? connector(w, r, [r] { ++r->calls; }) : connector(w, r, &Receiver::hit);
-}
-
 class Rows : public ETableModel
 {
 public:
@@ -58,20 +51,37 @@ Q_DECLARE_METATYPE(Scenario)
 
 namespace {
 
-template <typename W>
-W* shown(W* w, QWidget* window)
+// Builds the widget, shows it in the window, connects it to Receiver::hit or to a lambda through
+// \a connect, and lets \a act drive it; true when the connection was made.
+template <typename Make, typename Connect, typename Act>
+Scenario scenario(Make make, Connect connect, Act act)
 {
-    w->setParent(window);
-    window->show();
-    w->show();
-    w->setFocus();
-    QCoreApplication::processEvents();
-    return w;
+    return [=](Receiver* r, bool functor, QWidget* window) {
+        auto* w = make(window);
+        w->setParent(window);
+        window->show();
+        w->show();
+        w->setFocus();
+        QCoreApplication::processEvents();
+        const bool ok = functor ? connect(w, r, [r] { ++r->calls; }) : connect(w, r, &Receiver::hit);
+        return act(w) && ok;
+    };
 }
 
-void keys(QWidget* w, const QString& text)
+#define CONNECTOR(name) [](auto* w, auto* r, auto s) { return w->name(r, s); }
+
+template <typename W, typename... Args>
+auto make(Args... args)
 {
-    QTest::keyClicks(w, text);
+    return [=](QWidget*) { return new W(args...); };
+}
+
+template <typename Combo>
+Combo* filled(Combo* combo)
+{
+    for (const char* text : {"a", "b", "c"})
+        combo->boxModel()->append(new EBoxItem(QString::fromLatin1(text)));
+    return combo;
 }
 
 QPoint cell(QAbstractItemView* view, int row)
@@ -79,55 +89,28 @@ QPoint cell(QAbstractItemView* view, int row)
     return view->visualRect(view->model()->index(row, 0)).center();
 }
 
-template <typename View>
-View* filledView(QWidget* window);
-
-template <>
-EBox* filledView<EBox>(QWidget* window)
+bool click(QAbstractItemView* view, int row, bool twice = false)
 {
-    auto* box = new EBox;
-    for (const char* text : {"a", "b", "c"})
-        box->boxModel()->append(new EBoxItem(QString::fromLatin1(text)));
-    return shown(box, window);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, cell(view, row));
+    if (twice)
+        QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, cell(view, row));
+    return true;
 }
 
-template <>
-ETable* filledView<ETable>(QWidget* window)
+bool contextMenu(QAbstractItemView* view)
 {
-    return shown(new ETable(new Rows, true), window);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, cell(view, 0), view->viewport()->mapToGlobal(cell(view, 0)));
+    QCoreApplication::sendEvent(view->viewport(), &event);
+    return view->contextMenuPolicy() == Qt::CustomContextMenu;
 }
 
 template <typename View>
-void addViewRows()
+void addViewRows(const QByteArray& kind, std::function<View*(QWidget*)> fill)
 {
-    const QByteArray kind = std::is_same<View, EBox>::value ? "EBox " : "ETable ";
-    QTest::newRow(kind + "double click") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* v = filledView<View>(window);
-        const bool ok = wire(v, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForDoubleClick(rc, s); });
-        QTest::mouseClick(v->viewport(), Qt::LeftButton, Qt::NoModifier, cell(v, 1));
-        QTest::mouseDClick(v->viewport(), Qt::LeftButton, Qt::NoModifier, cell(v, 1));
-        return ok;
-    }) << 1;
-    QTest::newRow(kind + "change current") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* v = filledView<View>(window);
-        const bool ok = wire(v, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForChangeCurrent(rc, s); });
-        QTest::mouseClick(v->viewport(), Qt::LeftButton, Qt::NoModifier, cell(v, 1));
-        QTest::mouseClick(v->viewport(), Qt::LeftButton, Qt::NoModifier, cell(v, 2));
-        return ok;
-    }) << 2;
-    QTest::newRow(kind + "change selection") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* v = filledView<View>(window);
-        const bool ok = wire(v, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForChangeSelection(rc, s); });
-        QTest::mouseClick(v->viewport(), Qt::LeftButton, Qt::NoModifier, cell(v, 2));
-        return ok;
-    }) << 1;
-    QTest::newRow(kind + "context menu") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* v = filledView<View>(window);
-        const bool ok = wire(v, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForContextMenu(rc, s); });
-        QContextMenuEvent event(QContextMenuEvent::Mouse, cell(v, 0), v->viewport()->mapToGlobal(cell(v, 0)));
-        QCoreApplication::sendEvent(v->viewport(), &event);
-        return ok && v->contextMenuPolicy() == Qt::CustomContextMenu;
-    }) << 1;
+    QTest::newRow(kind + " double click") << scenario(fill, CONNECTOR(setSlotForDoubleClick), [](View* v) { return click(v, 1, true); }) << 1;
+    QTest::newRow(kind + " change current") << scenario(fill, CONNECTOR(setSlotForChangeCurrent), [](View* v) { return click(v, 1) && click(v, 2); }) << 2;
+    QTest::newRow(kind + " change selection") << scenario(fill, CONNECTOR(setSlotForChangeSelection), [](View* v) { return click(v, 2); }) << 1;
+    QTest::newRow(kind + " context menu") << scenario(fill, CONNECTOR(setSlotForContextMenu), contextMenu) << 1;
 }
 
 } // namespace
@@ -145,133 +128,57 @@ void TestConnectors::connectsAndFiresOnWhatTheUserDoes_data()
 {
     QTest::addColumn<Scenario>("scenario");
     QTest::addColumn<int>("expected"); // calls of the receiver
-    QTest::newRow("EButton click") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* b = shown(new EButton(QStringLiteral("b")), window);
-        const bool ok = wire(b, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForClick(rc, s); });
-        QTest::mouseClick(b, Qt::LeftButton);
-        QTest::keyClick(b, Qt::Key_Space);
-        return ok;
-    }) << 2;
-    QTest::newRow("EIconButton click") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* b = shown(new EIconButton(QIcon()), window);
-        const bool ok = wire(b, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForClick(rc, s); });
-        QTest::mouseClick(b, Qt::LeftButton);
-        return ok;
-    }) << 1;
-    QTest::newRow("ECheckBox toggle") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* c = shown(new ECheckBox(QStringLiteral("c")), window);
-        const bool ok = wire(c, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForToggle(rc, s); });
-        c->setChecked(true);
-        QTest::keyClick(c, Qt::Key_Space);
-        return ok;
-    }) << 2;
-    QTest::newRow("ECheckBox user toggle") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* c = shown(new ECheckBox(QStringLiteral("c")), window);
-        const bool ok = wire(c, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForUserToggle(rc, s); });
-        c->setChecked(true);
-        QTest::keyClick(c, Qt::Key_Space);
-        return ok;
-    }) << 1;
-    QTest::newRow("EEditBox change text") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* e = shown(new EEditBox, window);
-        const bool ok = wire(e, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForChangeText(rc, s); });
-        e->setText(QStringLiteral("x"));
-        keys(e, QStringLiteral("ab"));
-        return ok;
-    }) << 3;
-    QTest::newRow("EEditBox user change text") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* e = shown(new EEditBox, window);
-        const bool ok = wire(e, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForUserChangeText(rc, s); });
-        e->setText(QStringLiteral("x"));
-        keys(e, QStringLiteral("ab"));
-        return ok;
-    }) << 2;
-    QTest::newRow("ESpinBox change value") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* b = shown(new ESpinBox(0, 10, 1), window);
-        const bool ok = wire(b, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForChangeValue(rc, s); });
-        b->setValue(5);
-        QTest::keyClick(b, Qt::Key_Up);
-        return ok;
-    }) << 2;
-    QTest::newRow("ESpinBox user change value") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* b = shown(new ESpinBox(0, 10, 1), window);
-        const bool ok = wire(b, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForUserChangeValue(rc, s); });
-        b->setValue(5);
-        QTest::keyClick(b, Qt::Key_Up);
-        return ok;
-    }) << 1;
-    QTest::newRow("EDateTimeBox change value") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* b = shown(new EDateTimeBox, window);
-        const bool ok = wire(b, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForChangeValue(rc, s); });
+    const auto clickAndSpace = [](QAbstractButton* b) { QTest::mouseClick(b, Qt::LeftButton); QTest::keyClick(b, Qt::Key_Space); return true; };
+    const auto setAndSpace = [](QCheckBox* c) { c->setChecked(true); QTest::keyClick(c, Qt::Key_Space); return true; };
+    const auto setAndType = [](QLineEdit* e) { e->setText(QStringLiteral("x")); QTest::keyClicks(e, QStringLiteral("ab")); return true; };
+    // The widgets' own setters: those are the ones that must not reach user-change receivers.
+    const auto setSpin = [](ESpinBox* b) { b->setValue(5); QTest::keyClick(b, Qt::Key_Up); return true; };
+    const auto setDateTime = [](EDateTimeBox* b) {
         b->setDateTime(QDateTime(QDate(2020, 5, 5), QTime(10, 0)));
         QTest::keyClick(b, Qt::Key_Up);
-        return ok;
-    }) << 2;
-    QTest::newRow("EDateTimeBox user change value") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* b = shown(new EDateTimeBox, window);
-        const bool ok = wire(b, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForUserChangeValue(rc, s); });
-        b->setDateTime(QDateTime(QDate(2020, 5, 5), QTime(10, 0)));
-        QTest::keyClick(b, Qt::Key_Up);
-        return ok;
-    }) << 1;
-    QTest::newRow("ETimeBox change value") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* b = shown(new ETimeBox, window);
-        const bool ok = wire(b, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForChangeValue(rc, s); });
-        b->setTime(QTime(10, 0));
-        QTest::keyClick(b, Qt::Key_Up);
-        return ok;
-    }) << 2;
-    QTest::newRow("ETimeBox user change value") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* b = shown(new ETimeBox, window);
-        const bool ok = wire(b, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForUserChangeValue(rc, s); });
-        b->setTime(QTime(10, 0));
-        QTest::keyClick(b, Qt::Key_Up);
-        return ok;
-    }) << 1;
-    QTest::newRow("EComboBox change selection") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* c = shown(new EComboBox, window);
-        for (const char* text : {"a", "b", "c"})
-            c->boxModel()->append(new EBoxItem(QString::fromLatin1(text)));
-        const bool ok = wire(c, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForChangeSelection(rc, s); });
-        c->setCurrentIndex(1);
-        QTest::keyClick(c, Qt::Key_Down);
-        return ok;
-    }) << 2;
-    QTest::newRow("EComboBox user change selection") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* c = shown(new EComboBox, window);
-        for (const char* text : {"a", "b", "c"})
-            c->boxModel()->append(new EBoxItem(QString::fromLatin1(text)));
-        const bool ok = wire(c, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForUserChangeSelection(rc, s); });
-        c->setCurrentIndex(1);
-        QTest::keyClick(c, Qt::Key_Down);
-        return ok;
-    }) << 1;
-    QTest::newRow("EComboBox change text") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* c = shown(new EComboBox, window);
-        c->setEditable(true);
-        const bool ok = wire(c, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForChangeText(rc, s); });
-        keys(c->lineEdit(), QStringLiteral("xy"));
-        return ok;
-    }) << 2;
-    QTest::newRow("EComboState activate text") << Scenario([](Receiver* r, bool f, QWidget* window) {
-        auto* c = shown(new EComboState(window, QStringLiteral("Probe")), window);
-        const bool ok = wire(c, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForActivateText(rc, s); });
-        keys(c, QStringLiteral("find me"));
-        QTest::keyClick(c, Qt::Key_Return);
-        return ok;
-    }) << 1;
-    QTest::newRow("ERadioGroup user toggle") << Scenario([](Receiver* r, bool f, QWidget* window) {
+        return true;
+    };
+    const auto setTime = [](ETimeBox* b) { b->setTime(QTime(10, 0)); QTest::keyClick(b, Qt::Key_Up); return true; };
+    const auto setAndKeyDown = [](QComboBox* c) { c->setCurrentIndex(1); QTest::keyClick(c, Qt::Key_Down); return true; };
+    const auto label = QStringLiteral("b");
+
+    QTest::newRow("EButton click") << scenario(make<EButton>(label), CONNECTOR(setSlotForClick), clickAndSpace) << 2;
+    QTest::newRow("EIconButton click") << scenario(make<EIconButton>(QIcon()), CONNECTOR(setSlotForClick), clickAndSpace) << 2;
+    QTest::newRow("ECheckBox toggle") << scenario(make<ECheckBox>(label), CONNECTOR(setSlotForToggle), setAndSpace) << 2;
+    QTest::newRow("ECheckBox user toggle") << scenario(make<ECheckBox>(label), CONNECTOR(setSlotForUserToggle), setAndSpace) << 1;
+    QTest::newRow("EEditBox change text") << scenario(make<EEditBox>(), CONNECTOR(setSlotForChangeText), setAndType) << 3;
+    QTest::newRow("EEditBox user change text") << scenario(make<EEditBox>(), CONNECTOR(setSlotForUserChangeText), setAndType) << 2;
+    QTest::newRow("ESpinBox change value") << scenario(make<ESpinBox>(0, 10, 1), CONNECTOR(setSlotForChangeValue), setSpin) << 2;
+    QTest::newRow("ESpinBox user change value") << scenario(make<ESpinBox>(0, 10, 1), CONNECTOR(setSlotForUserChangeValue), setSpin) << 1;
+    QTest::newRow("EDateTimeBox change value") << scenario(make<EDateTimeBox>(), CONNECTOR(setSlotForChangeValue), setDateTime) << 2;
+    QTest::newRow("EDateTimeBox user change value") << scenario(make<EDateTimeBox>(), CONNECTOR(setSlotForUserChangeValue), setDateTime) << 1;
+    QTest::newRow("ETimeBox change value") << scenario(make<ETimeBox>(), CONNECTOR(setSlotForChangeValue), setTime) << 2;
+    QTest::newRow("ETimeBox user change value") << scenario(make<ETimeBox>(), CONNECTOR(setSlotForUserChangeValue), setTime) << 1;
+    const auto combo = [](QWidget*) { return filled(new EComboBox); };
+    QTest::newRow("EComboBox change selection") << scenario(combo, CONNECTOR(setSlotForChangeSelection), setAndKeyDown) << 2;
+    QTest::newRow("EComboBox user change selection") << scenario(combo, CONNECTOR(setSlotForUserChangeSelection), setAndKeyDown) << 1;
+    const auto editable = [](QWidget*) { auto* c = new EComboBox; c->setEditable(true); return c; };
+    QTest::newRow("EComboBox change text") << scenario(editable, CONNECTOR(setSlotForChangeText),
+                                                       [](EComboBox* c) { QTest::keyClicks(c->lineEdit(), QStringLiteral("xy")); return true; }) << 2;
+    QTest::newRow("EComboState activate text") << scenario([](QWidget* owner) { return new EComboState(owner, QStringLiteral("Probe")); },
+                                                           CONNECTOR(setSlotForActivateText), [](EComboState* c) {
+                                                               QTest::keyClicks(c, QStringLiteral("find me"));
+                                                               QTest::keyClick(c, Qt::Key_Return);
+                                                               return true;
+                                                           }) << 1;
+    const auto radios = [](QWidget*) {
         auto* g = new ERadioGroup(QStringLiteral("g"));
         g->addButton(QStringLiteral("zero"), 0);
-        QRadioButton* one = g->addButton(QStringLiteral("one"), 1);
-        shown(g, window);
-        const bool ok = wire(g, r, f, [](auto* w, auto* rc, auto s) { return w->setSlotForUserToggle(rc, s); });
+        g->addButton(QStringLiteral("one"), 1);
+        return g;
+    };
+    QTest::newRow("ERadioGroup user toggle") << scenario(radios, CONNECTOR(setSlotForUserToggle), [](ERadioGroup* g) {
         g->setId(0);
-        QTest::mouseClick(one, Qt::LeftButton);
-        return ok && g->getId() == 1;
+        QTest::mouseClick(g->getButton(1), Qt::LeftButton);
+        return g->getId() == 1;
     }) << 1;
-    addViewRows<EBox>();
-    addViewRows<ETable>();
+    addViewRows<EBox>("EBox", [](QWidget*) { return filled(new EBox); });
+    addViewRows<ETable>("ETable", [](QWidget*) { return new ETable(new Rows, true); });
 }
 
 void TestConnectors::connectsAndFiresOnWhatTheUserDoes()
