@@ -36,20 +36,22 @@ int lastSeparator(const QString& path)
     return path.lastIndexOf(QDir::separator());
 }
 
-QString languageFile()
+const char languageFile[] = "lang.ini";
+
+QString languageFilePath(const QDir& dir)
 {
-    return QStringLiteral("lang.ini");
+    return dir.filePath(QString::fromLatin1(languageFile));
 }
 
 QString readLanguageFile(const QDir& dir)
 {
-    ESettings s(dir, "lang.ini", QStringLiteral("Language"));
+    ESettings s(dir, languageFile, QStringLiteral("Language"));
     return s.value(QStringLiteral("Code"), QString()).toString();
 }
 
 bool writeLanguageFile(const QDir& dir, const QString& code)
 {
-    ESettings s(dir, "lang.ini", QStringLiteral("Language"));
+    ESettings s(dir, languageFile, QStringLiteral("Language"));
     s.setValue(QStringLiteral("Code"), code);
     s.sync();
     return s.status() == QSettings::NoError;
@@ -94,11 +96,11 @@ void EDirs::setLanguage(const char* code)
     const QString value = QString::fromLatin1(code);
     if (writeLanguageFile(getCommonSettingsDir(), value)) {
         // The new default must not be hidden behind an older choice of the same user.
-        QFile::remove(getSettingsDir().filePath(languageFile()));
+        QFile::remove(languageFilePath(getSettingsDir()));
     } else if (!writeLanguageFile(getSettingsDir(), value)) {
         qWarning("common_gui: the language \"%s\" could not be saved in %s or in %s", code,
-                 qUtf8Printable(getCommonSettingsDir().filePath(languageFile())),
-                 qUtf8Printable(getSettingsDir().filePath(languageFile())));
+                 qUtf8Printable(languageFilePath(getCommonSettingsDir())),
+                 qUtf8Printable(languageFilePath(getSettingsDir())));
     }
     // Emptied after the write, so a language set here is always read back from the file.
     static_lang[0] = 0;
