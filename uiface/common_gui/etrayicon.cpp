@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QSystemTrayIcon>
+#include <QTimer>
 #include <QWidget>
 #include <QX11Info>
 
@@ -94,17 +95,22 @@ void ESystemTrayIcon::hide()
 
 void ESystemTrayIcon::show()
 {
-    const QIcon icon = trayIcon->icon();
-    if (icon.isNull())
+    if (trayIcon->icon().isNull())
         return;
-    const QSize iconSize = nonNegative(icon.actualSize(QSize(300, 300), QIcon::Normal, QIcon::Off));
+    fitSlot(true);
+}
+
+void ESystemTrayIcon::fitSlot(bool showing)
+{
+    const QSize iconSize = nonNegative(trayIcon->icon().actualSize(QSize(300, 300), QIcon::Normal, QIcon::Off));
 
     // Qt makes a top-level widget for the icon and gives it the icon's tool tip: a marker that no
     // other icon of the process has lets us tell which widget is ours.
     const QString saved = trayIcon->toolTip();
     const QString marker = QString::number(quintptr(this));
     trayIcon->setToolTip(marker);
-    trayIcon->show();
+    if (showing)
+        trayIcon->show();
 
     QWidgetList widgets = QApplication::topLevelWidgets();
     QWidget* found = nullptr;
@@ -114,7 +120,7 @@ void ESystemTrayIcon::show()
             found = w;
     }
     if (found) {
-        // Qt refuses (with a warning) a second layout on one widget: a widget shown before keeps
+        // Qt refuses (with a warning) a second layout on one widget: a widget sized before keeps
         // its layout and learns the new icon size.
         if (auto* layout = dynamic_cast<ETrayLayout*>(found->layout()))
             layout->iconSize = iconSize;
@@ -123,6 +129,14 @@ void ESystemTrayIcon::show()
         const int edge = embeddingEdge(found);
         found->setMinimumSize(edge > 0 ? QSize(edge, edge) : iconSize);
         found->update();
+        // Qt replaces the widget when the tray announces itself again (a tray that has just
+        // started does so): size the new one as well.
+        connect(found, &QObject::destroyed, trayIcon, [this] {
+            QTimer::singleShot(0, trayIcon, [this] {
+                if (trayIcon->isVisible())
+                    fitSlot(false);
+            });
+        });
     }
     trayIcon->setToolTip(saved);
 }

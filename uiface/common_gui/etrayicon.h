@@ -43,6 +43,11 @@ public:
     QSystemTrayIcon* getTrayIcon() const { return trayIcon; }
 
     QSystemTrayIcon* trayIcon = nullptr; ///< owned; deleted by the destructor
+
+private:
+    /// Finds the tray widget of this icon by a marker tool tip and sizes it to its slot; shows the
+    /// icon first when \a showing.
+    void fitSlot(bool showing);
 };
 
 /// The layout put on the tray icon's window: whenever the tray lays the window out again, it keeps
