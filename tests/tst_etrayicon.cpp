@@ -5,7 +5,6 @@
 #include "etrayicon.h"
 
 #include <QMenu>
-#include <QPainter>
 #include <QPointer>
 #include <QProcess>
 #include <QStandardPaths>
@@ -93,13 +92,6 @@ QString slotProblem(const QString& toolTip)
     return QString();
 }
 
-/// The slot of the tray widget with \a toolTip, as the server has it.
-QSize slotOf(const QString& toolTip)
-{
-    QWidget* w = trayWidget(toolTip);
-    return w ? embeddingOf(w).slot : QSize();
-}
-
 int trayWidgetCount()
 {
     int n = 0;
@@ -108,24 +100,18 @@ int trayWidgetCount()
     return n;
 }
 
-/// Qt's warnings while it is alive.
-class WarningCatcher
+/// Qt's warnings and criticals since the last installWarnings().
+QStringList warnings;
+void collectWarnings(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
-public:
-    WarningCatcher() { instance = this; previous = qInstallMessageHandler(handler); }
-    ~WarningCatcher() { qInstallMessageHandler(previous); instance = nullptr; }
-    QStringList warnings;
-
-private:
-    static void handler(QtMsgType type, const QMessageLogContext&, const QString& text)
-    {
-        if (type != QtDebugMsg && type != QtInfoMsg && instance)
-            instance->warnings << text;
-    }
-    static WarningCatcher* instance;
-    QtMessageHandler previous = nullptr;
-};
-WarningCatcher* WarningCatcher::instance = nullptr;
+    if (type != QtDebugMsg && type != QtInfoMsg)
+        warnings << text;
+}
+void installWarnings()
+{
+    warnings.clear();
+    qInstallMessageHandler(collectWarnings);
+}
 
 } // namespace
 
@@ -148,6 +134,7 @@ private:
     bool startTray();
 
     std::unique_ptr<QProcess> tray;
+    QByteArray trayError; // every later tray test fails at once with it
 };
 
 void TestETrayIcon::layoutKeepsTheWidgetAsLargeAsTheIcon_data()
@@ -208,6 +195,10 @@ void TestETrayIcon::withoutATrayShowOnlyShowsTheIcon()
 
 bool TestETrayIcon::startTray()
 {
+    if (!trayError.isEmpty()) {
+        QTest::qFail(trayError.constData(), __FILE__, __LINE__);
+        return false;
+    }
     if (tray)
         return true;
     if (!QX11Info::isPlatformX11()) {
@@ -223,17 +214,12 @@ bool TestETrayIcon::startTray()
     tray->setProcessChannelMode(QProcess::MergedChannels);
     tray->start(trayer, {QStringLiteral("--edge"), QStringLiteral("top"), QStringLiteral("--height"),
                          QStringLiteral("32"), QStringLiteral("--SetDockType"), QStringLiteral("false")});
-    if (!tray->waitForStarted(10000)) {
-        QTest::qFail("trayer did not start", __FILE__, __LINE__);
-        return false;
-    }
     // trayer takes the tray selection once GTK is up; Qt notices the tray's MANAGER message.
-    if (!QTest::qWaitFor([] { return QSystemTrayIcon::isSystemTrayAvailable(); }, 30000)) {
-        const QByteArray said = "no system tray appeared within 30 s; trayer said: " + tray->readAll();
-        QTest::qFail(said.constData(), __FILE__, __LINE__);
-        return false;
-    }
-    return true;
+    if (!tray->waitForStarted(10000))
+        trayError = "trayer did not start";
+    else if (!QTest::qWaitFor([] { return QSystemTrayIcon::isSystemTrayAvailable(); }, 30000))
+        trayError = "no system tray appeared within 30 s; trayer said: " + tray->readAll();
+    return startTray();
 }
 
 void TestETrayIcon::iconFillsItsTraySlot()
@@ -246,17 +232,16 @@ void TestETrayIcon::iconFillsItsTraySlot()
     menu.addAction(QStringLiteral("Quit"));
     icon.trayIcon->setContextMenu(&menu);
     icon.setIcon(squareIcon(16, Qt::darkBlue));
-    icon.trayIcon->setToolTip(QStringLiteral("Agent: connected"));
+    icon.trayIcon->setToolTip(connected);
     icon.show();
     QVERIFY(icon.trayIcon->isVisible());
-    QCOMPARE(icon.trayIcon->toolTip(), QStringLiteral("Agent: connected"));
-    QVERIFY(trayWidget(QStringLiteral("Agent: connected")));
+    QCOMPARE(icon.trayIcon->toolTip(), connected);
+    QVERIFY(trayWidget(connected));
     QTRY_COMPARE_WITH_TIMEOUT(slotProblem(connected), QString(), 10000);
     // The slot is larger than the 16-pixel pixmap: the widget grew to the slot, not to the icon.
-    const QSize slot = slotOf(QStringLiteral("Agent: connected"));
+    const QSize slot = embeddingOf(trayWidget(connected)).slot;
     QVERIFY2(slot.width() > 16 || slot.height() > 16, "a slot as small as the pixmap proves nothing");
-    QCOMPARE(static_cast<ETrayLayout*>(trayWidget(QStringLiteral("Agent: connected"))->layout())->iconSize,
-             QSize(16, 16));
+    QCOMPARE(static_cast<ETrayLayout*>(trayWidget(connected)->layout())->iconSize, QSize(16, 16));
     QCOMPARE(icon.trayIcon->contextMenu(), &menu);
 }
 
@@ -295,7 +280,7 @@ void TestETrayIcon::hideThenShowStillFillsTheSlot()
     icon.show();
     QTRY_COMPARE_WITH_TIMEOUT(slotProblem(againTip), QString(), 10000);
 
-    WarningCatcher catcher;
+    installWarnings();
     for (int round = 0; round < 2; ++round) {
         icon.hide();
         QVERIFY(!icon.trayIcon->isVisible());
@@ -308,14 +293,15 @@ void TestETrayIcon::hideThenShowStillFillsTheSlot()
     icon.show();
     QCOMPARE(trayWidgetCount(), 1);
     QTRY_COMPARE_WITH_TIMEOUT(slotProblem(againTip), QString(), 10000);
-    QVERIFY2(catcher.warnings.isEmpty(), qPrintable(catcher.warnings.join(QLatin1Char('\n'))));
+    qInstallMessageHandler(nullptr);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
 void TestETrayIcon::nullIconIsNotShown()
 {
     if (!startTray())
         return;
-    WarningCatcher catcher;
+    installWarnings();
     ESystemTrayIcon icon(nullptr);
     icon.trayIcon->setToolTip(QStringLiteral("nothing"));
     icon.show();
@@ -325,7 +311,8 @@ void TestETrayIcon::nullIconIsNotShown()
     icon.setIcon(QIcon());
     icon.show();
     QVERIFY(!icon.trayIcon->isVisible());
-    QVERIFY2(catcher.warnings.isEmpty(), qPrintable(catcher.warnings.join(QLatin1Char('\n'))));
+    qInstallMessageHandler(nullptr);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
     // With an icon the same object shows.
     icon.setIcon(squareIcon(16, Qt::gray));
     icon.show();
