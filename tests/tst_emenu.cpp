@@ -17,6 +17,7 @@
 #include <QToolButton>
 
 #include <iterator>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -24,23 +25,17 @@ namespace {
 enum Command { CmdOpen = 10, CmdSave = 11, CmdFind = 12, CmdLock = 13, CmdMore = 50, CmdExport = 51, CmdImport = 52 };
 
 /// Presses \a keys, one by one, in whatever popup is active when each key comes: a real menu
-/// opened by exec() and then its sub-menus.
-void pressInPopup(const QList<Qt::Key>& keys)
+/// opened by exec() and then its sub-menus. Keep the timer until exec() has returned.
+std::unique_ptr<QTimer> pressInPopup(const QList<Qt::Key>& keys)
 {
-    auto* timer = new QTimer;
-    auto remaining = std::make_shared<QList<Qt::Key>>(keys);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, remaining] {
+    auto timer = std::make_unique<QTimer>();
+    QObject::connect(timer.get(), &QTimer::timeout, timer.get(), [remaining = keys]() mutable {
         QWidget* popup = QApplication::activePopupWidget();
-        if (!popup || !popup->isVisible())
-            return;
-        if (remaining->isEmpty()) {
-            timer->deleteLater();
-            return;
-        }
-        QTest::keyClick(popup, remaining->takeFirst());
+        if (popup && popup->isVisible() && !remaining.isEmpty())
+            QTest::keyClick(popup, remaining.takeFirst());
     });
-    QObject::connect(qApp, &QCoreApplication::aboutToQuit, timer, &QObject::deleteLater);
     timer->start(20);
+    return timer;
 }
 
 /// The receiver of a toolbar: every slot records the command it stands for.
@@ -139,7 +134,7 @@ void TestEMenu::execReturnsTheIdChosenByKeyboard()
     if (QTest::currentDataTag() == QByteArray("accelerator"))
         save->setEnabled(true);
 
-    pressInPopup(keys);
+    const auto typing = pressInPopup(keys);
     QCOMPARE(menu.exec(QPoint(40, 40)), chosen);
     QVERIFY(!menu.isVisible());
 }
