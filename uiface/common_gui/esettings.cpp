@@ -66,8 +66,13 @@ void ESettings::getList(const char* name, QList<int>& list, QSettings& s)
 {
     list.clear();
     ESettingsReadArray array(s, QString::fromLatin1(name));
-    while (array.getIndex() < array.getSize())
-        list.append(array.read().toInt());
+    while (array.getIndex() < array.getSize()) {
+        const QVariant v = array.read();
+        // A hole ends the list: a number made up for it would shift every later one.
+        if (!v.isValid())
+            break;
+        list.append(v.toInt());
+    }
 }
 
 void ESettings::setList(const char* name, const QList<int>& list, QSettings& s)
@@ -99,8 +104,17 @@ void ESettingsWriteArray::write(const QVariant& v)
 
 ESettingsReadArray::ESettingsReadArray(QSettings& s, const QString& name)
     : settings(&s)
-    , size(s.beginReadArray(name))
 {
+    const int claimed = s.beginReadArray(name);
+    // The stored size is only a claim: a damaged file says two billion and holds nothing. The
+    // array ends at its last element actually present.
+    const QStringList elements = s.childGroups();
+    for (const QString& element : elements) {
+        bool ok = false;
+        const int number = element.toInt(&ok);
+        if (ok && number > size && number <= claimed && element == QString::number(number))
+            size = number;
+    }
 }
 
 ESettingsReadArray::~ESettingsReadArray()
