@@ -23,6 +23,7 @@ private slots:
     void geometryRoundTripsAndBadValuesLeaveTheWidget();
     void arraysReadOnlyWhatTheFileHolds_data();
     void arraysReadOnlyWhatTheFileHolds();
+    void emptyArrayNameTouchesNothing();
 };
 
 static void writeIni(const QByteArray& text, const QString& file = QStringLiteral("common_gui.ini"))
@@ -151,6 +152,24 @@ void TestESettings::arraysReadOnlyWhatTheFileHolds()
     QList<int> read{99};
     ESettings::getList("L", read, s);
     QCOMPARE(read, list);
+}
+
+void TestESettings::emptyArrayNameTouchesNothing()
+{
+    writeIni("[Win]\nGeometry=@ByteArray(abc)\nSize=@Size(300 200)\nL\\size=1\nL\\1\\Item=4\n");
+    {
+        ESettings s(QStringLiteral("Win"));
+        ESettings::setList("", {1, 2}, s);
+        ESettingsWriteArray(s, QString()).write(5);
+        QCOMPARE(ESettingsReadArray(s, QString()).getSize(), 0);
+        QList<int> list{3};
+        ESettings::getList("", list, s);
+        QVERIFY(list.isEmpty());
+    }
+    ESettings s(QStringLiteral("Win"));
+    QCOMPARE(s.allKeys(), (QStringList{QStringLiteral("Geometry"), QStringLiteral("L/1/Item"),
+                                       QStringLiteral("L/size"), QStringLiteral("Size")}));
+    QCOMPARE(s.value(QStringLiteral("Size")).toSize(), QSize(300, 200));
 }
 
 CG_TEST_MAIN(TestESettings)

@@ -83,8 +83,11 @@ void ESettings::setList(const char* name, const QList<int>& list, QSettings& s)
 }
 
 ESettingsWriteArray::ESettingsWriteArray(QSettings& s, const QString& name)
-    : settings(&s)
 {
+    // An empty name addresses the whole group: removing it would wipe every key beside the array.
+    if (name.isEmpty())
+        return;
+    settings = &s;
     // Dropping the old array first means a shorter new one leaves no stale tail.
     s.remove(name);
     s.beginWriteArray(name);
@@ -92,19 +95,24 @@ ESettingsWriteArray::ESettingsWriteArray(QSettings& s, const QString& name)
 
 ESettingsWriteArray::~ESettingsWriteArray()
 {
-    settings->endArray();
+    if (settings)
+        settings->endArray();
 }
 
 void ESettingsWriteArray::write(const QVariant& v)
 {
+    if (!settings)
+        return;
     settings->setArrayIndex(index);
     ++index;
     settings->setValue(itemKey(), v);
 }
 
 ESettingsReadArray::ESettingsReadArray(QSettings& s, const QString& name)
-    : settings(&s)
 {
+    if (name.isEmpty())
+        return;
+    settings = &s;
     const int claimed = s.beginReadArray(name);
     // The stored size is only a claim: a damaged file says two billion and holds nothing. The
     // array ends at its last element actually present.
@@ -119,11 +127,14 @@ ESettingsReadArray::ESettingsReadArray(QSettings& s, const QString& name)
 
 ESettingsReadArray::~ESettingsReadArray()
 {
-    settings->endArray();
+    if (settings)
+        settings->endArray();
 }
 
 QVariant ESettingsReadArray::read()
 {
+    if (!settings)
+        return QVariant();
     settings->setArrayIndex(index);
     ++index;
     return settings->value(itemKey(), QVariant());

@@ -47,7 +47,8 @@ private:
     QString groupName; // closed again by the destructor
 };
 
-/// Writes one array, each element under the key "Item"; the old array is removed first.
+/// Writes one array, each element under the key "Item"; the old array is removed first. An empty
+/// name writes nothing.
 class COMMON_GUI_EXPORT ESettingsWriteArray
 {
 public:
@@ -65,7 +66,7 @@ private:
 
 /// Reads one array written by ESettingsWriteArray. getSize() is the stored size cut at the last
 /// element the file holds; an element missing below it reads as an invalid QVariant. read() does
-/// not check the bound: compare the number of reads with getSize().
+/// not check the bound: compare the number of reads with getSize(). An empty name reads nothing.
 class COMMON_GUI_EXPORT ESettingsReadArray
 {
 public:
