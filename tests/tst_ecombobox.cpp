@@ -9,6 +9,7 @@
 
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
@@ -313,6 +314,10 @@ void TestEComboBox::popupIsNeverWiderThanTheCombo()
     // The popup frame adds a few pixels at most; the 300-letter entry is cut, not shown whole.
     QCOMPARE(combo.view()->width(), 180);
     QVERIFY(combo.view()->window()->width() <= 180 + 8);
+    // ... and the rest of it is reached with the horizontal scroll bar.
+    QCOMPARE(combo.view()->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    QTRY_VERIFY(combo.view()->horizontalScrollBar()->isVisible());
+    QVERIFY(combo.view()->horizontalScrollBar()->maximum() > 0);
     combo.hidePopup();
 
     combo.fixWidth(240);

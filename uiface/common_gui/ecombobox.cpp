@@ -51,8 +51,9 @@ EComboBox::EComboBox(QWidget* parent)
     listView->setObjectName(QStringLiteral("comboList"));
     listView->setWordWrap(false);
     listView->setWrapping(false);
-    listView->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setView(listView);
+    // After setView, which turns the bar off: long entries scroll sideways.
+    listView->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     listModel = new EBoxModel(listView);
     setModel(listModel);
     listView->installEventFilter(this);
