@@ -65,10 +65,16 @@ private slots:
         QPointer<GridModel> first = numbered(2), second = numbered(2), borrowed = numbered(2);
         {
             ETable table(first, true);
+            QPointer<QItemSelectionModel> firstSelection = table.selectionModel();
             table.setModel(second, true);
             QVERIFY(first.isNull());
+            QVERIFY(firstSelection.isNull()); // one selection model per model, none left behind
+            QPointer<QItemSelectionModel> secondSelection = table.selectionModel();
             table.setModel(borrowed, false);
             QVERIFY(second.isNull());
+            QVERIFY(secondSelection.isNull());
+            QCOMPARE(table.selectionModel()->model(), borrowed.data());
+            QCOMPARE(table.findChildren<QItemSelectionModel*>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
         }
         QVERIFY(!borrowed.isNull());
         delete borrowed;
