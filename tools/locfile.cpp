@@ -5,6 +5,7 @@
 #include "common_gui_loc.h"
 
 #include <QHash>
+#include <QSaveFile>
 #include <QTextCodec>
 #include <QtEndian>
 
@@ -186,6 +187,18 @@ QByteArray toSource(const QStringList& texts)
         out.append('\n');
     }
     return out;
+}
+
+bool writeFile(const QString& fileName, const QByteArray& data, QString& error)
+{
+    QSaveFile output(fileName);
+    // Unbuffered: each write reaches the system at once and fails with its reason. Qt's buffer
+    // would keep a small file until commit(), which renames even when that last flush failed.
+    if (output.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && output.write(data) == data.size()
+        && output.flush() && output.commit())
+        return true;
+    error = output.errorString();
+    return false;
 }
 
 } // namespace LocFile
