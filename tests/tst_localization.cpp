@@ -328,6 +328,11 @@ void TestLocalization::compilerRefusesBadSources_data()
     const int first = int(std::find_if(lines.begin(), lines.end(), [](const QByteArray& l) {
                               return l.startsWith("LCQT__");
                           }) - lines.begin());
+    auto replaced = [&lines](int index, const QByteArray& line) {
+        QList<QByteArray> l = lines;
+        l[index] = line;
+        return l.join('\n');
+    };
     QTest::newRow("missing name") << with(first, QByteArray())
                                   << QStringLiteral("error: missing slot name \"LCQT__Auto\"");
     QTest::newRow("unknown name") << with(first, "LCQT__Confirm_passwort\tConfirm password:")
@@ -335,6 +340,14 @@ void TestLocalization::compilerRefusesBadSources_data()
     QTest::newRow("duplicate name") << with(first + 1, lines.at(first))
                                     << QStringLiteral(":%1: error: duplicate slot name \"LCQT__Auto\" (first given on line %2)")
                                            .arg(first + 2).arg(first + 1);
+    // Messages name what is there, even bytes a terminal would hide or mangle.
+    QTest::newRow("NUL inside a name") << with(first, QByteArray("LCQT__Auto\0x\tText", 17))
+                                       << QStringLiteral(":%1: error: unknown slot name \"LCQT__Auto\\0x\"").arg(first + 1);
+    QTest::newRow("escape of a Cyrillic letter") << replaced(first, "LCQT__Auto\tA\\\xD0\xB6" "B")
+                                                 << QStringLiteral(":%1: error: malformed line: unknown escape \\%2 (")
+                                                        .arg(first + 1).arg(QChar(0x436));
+    QTest::newRow("escape of a stray byte") << replaced(first, "LCQT__Auto\tA\\\xFF" "B")
+                                            << QStringLiteral(":%1: error: malformed line: unknown escape (backslash, then the byte \\xff)").arg(first + 1);
 }
 
 void TestLocalization::compilerRefusesBadSources()
