@@ -264,6 +264,13 @@ void TestPlatform::conviRoundTrips_data()
                                         << QString::fromUtf8("Ça coûte 5 € déjà — „gut“").repeated(500);
     QTest::newRow("UTF-16BE, long") << CP_UTF16BE << QByteArray("UTF-16BE") << QString::fromUtf8("Съешь ЁЖ 😀 中文").repeated(500);
     QTest::newRow("KOI8-R, empty") << CP_KOI8R << QByteArray("KOI8-R") << QString();
+    const QString russian = QString::fromUtf8("Съешь же ещё этих мягких французских булок, ЁЖ 5!");
+    QTest::newRow("KOI8-R") << CP_KOI8R << QByteArray("KOI8-R") << russian;
+    QTest::newRow("KOI8-U") << CP_KOI8U << QByteArray("KOI8-U") << QString::fromUtf8("Ґанок і їжак, Єва, ґудзик ЇЖ");
+    QTest::newRow("ISO-8859-5") << CP_ISO8859_5 << QByteArray("ISO-8859-5") << russian;
+    QTest::newRow("ISO-8859-1") << CP_ISO8859_1 << QByteArray("ISO-8859-1") << QString::fromUtf8("Ça coûte 5 £ déjà, «ß» ÿ");
+    QTest::newRow("ASCII") << CP_ASCII << QByteArray("US-ASCII") << QStringLiteral("Plain text, 7 bits: ~{}|");
+    QTest::newRow("UTF-16LE") << CP_UTF16LE << QByteArray("UTF-16LE") << QString::fromUtf8("Съешь ЁЖ 😀 中文");
 }
 
 void TestPlatform::conviRoundTrips()
@@ -279,7 +286,7 @@ void TestPlatform::conviRoundTrips()
     QCOMPARE(state.invalidChars, 0);
     for (const bool encode : {true, false}) {
         const QByteArray in = encode ? text.toUtf8() : encoded;
-        const QByteArray expected = encode ? encoded + QByteArray(page == CP_UTF16BE ? 2 : 1, '\0') : text.toUtf8() + '\0';
+        const QByteArray expected = encode ? encoded + QByteArray(page == CP_UTF16BE || page == CP_UTF16LE ? 2 : 1, '\0') : text.toUtf8() + '\0';
         convi converter(encode ? CP_UTF8 : page, encode ? page : CP_UTF8);
         const unsigned size = converter.get_outsize(in.constData(), unsigned(in.size()));
         QCOMPARE(size, unsigned(expected.size()));
