@@ -128,6 +128,8 @@ private slots:
         row("one column, up", {3, 2}, "net", "1", -1, {1, 2});
         row("backward from start ignores the current cell", {1, 1}, "net", "s", -1, {3, 0});
         row("backward stops at row 0", {0, 2}, "omega", "", -1, {-1, -1});
+        row("backward goes on in the last column of the row above", {2, 0}, "net", "", -1, {1, 2});
+        row("every negative direction is backward", {2, 0}, "net", "", -2, {1, 2});
         row("last cell then the end", {3, 1}, "net", "", 1, {-1, -1});
     }
 
