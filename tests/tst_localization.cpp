@@ -133,6 +133,7 @@ private slots:
     void loaderResultCodes();
     void textsKeepLineBreaksAndZeroLengthEntries();
     void runningOutOfMemoryWhileDecodingIsCode7();
+    void claimedSizesAreCheckedBeforeAllocating();
     void russianFileReplacesTheLibraryTexts();
     void refusedFileLeavesEveryText_data();
     void refusedFileLeavesEveryText();
@@ -225,6 +226,22 @@ void TestLocalization::runningOutOfMemoryWhileDecodingIsCode7()
     QCOMPARE(runTool(CG_LOC_PROBE, {QStringLiteral("load-limited"), fileName}, &out), 0);
     QFile::remove(fileName);
     QCOMPARE(out, QByteArray("code=7\ncancel=&Cancel\n")); // and no slot changed
+}
+
+void TestLocalization::claimedSizesAreCheckedBeforeAllocating()
+{
+#if defined(__SANITIZE_ADDRESS__)
+    QSKIP("AddressSanitizer reserves more address space than the limit this test sets");
+#endif
+    // A header claiming a 2 GiB block in a small file ends early (code 6) without trying to get
+    // the 2 GiB: under a limit far below that, the allocation would fail first with code 7.
+    LocImage image(sampleTexts());
+    image.dataSize = INT_MAX;
+    const QString fileName = scratch.filePath(QStringLiteral("claims.lcl"));
+    QVERIFY(writeAll(fileName, image.bytes()));
+    QByteArray out;
+    QCOMPARE(runTool(CG_LOC_PROBE, {QStringLiteral("load-limited"), fileName}, &out), 0);
+    QCOMPARE(out, QByteArray("code=6\ncancel=&Cancel\n"));
 }
 
 void TestLocalization::russianFileReplacesTheLibraryTexts()
