@@ -122,6 +122,11 @@ private slots:
         QWidget huge;
         huge.setGeometry(0, 0, 20000, 20000);
         QTest::newRow("geometry no screen holds") << QVariantList{huge.saveGeometry(), size, pos} << QRect(15, 25, 280, 190);
+        // Qt restores the last rectangle of the record (right edge at byte 58) for a normal window.
+        QByteArray wide = good;
+        QCOMPARE(wide.mid(4, 2), QByteArray("\0\3", 2));
+        wide.replace(58, 4, QByteArray("\x7f\xff\0\0", 4));
+        QTest::newRow("geometry restoring a rectangle no screen holds") << QVariantList{wide, size, pos} << QRect(15, 25, 280, 190);
     }
 
     void loadLayoutFallsBackOnBadOrMissingValues()

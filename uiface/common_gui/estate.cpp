@@ -74,12 +74,13 @@ bool geometryIsComplete(const QByteArray& bytes)
         qint32 screenWidth = 0;
         stream >> screenWidth;
     }
-    if (major > 2) {
-        QRect geometry;
+    // Qt 5 restores this one for a window that is neither maximized nor full screen.
+    QRect geometry = normal;
+    if (major > 2)
         stream >> geometry;
-    }
     return stream.status() == QDataStream::Ok && magic == 0x1D9D0CB && normal.isValid()
-           && someScreenShows(frame.topLeft(), frame.size()) && someScreenShows(normal.topLeft(), normal.size());
+           && someScreenShows(frame.topLeft(), frame.size()) && someScreenShows(normal.topLeft(), normal.size())
+           && someScreenShows(geometry.topLeft(), geometry.size());
 }
 
 } // namespace
