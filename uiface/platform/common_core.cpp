@@ -84,7 +84,7 @@ const char* loaderReason(int code)
 
 namespace Loc {
 
-Module::Module(std::string name, QTLocLoader::Localization* table)
+Module::Module(std::string name, Table* table)
     : name(std::move(name)), table(table)
 {
 }

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: common_gui developers
 #pragma once
 
-#include "common_gui_export.h"
+#include "platform/platform_export.h"
 
 /// \file
 /// Where the product lives on disk. Each function returns UTF-8 text owned by this layer; the text
@@ -17,8 +17,8 @@
 /// | `userDataCommonDir_utf8()`   | `CG_COMMON_DIR`   | first entry of `$XDG_CONFIG_DIRS` (`/etc/xdg`) + `/<product>` |
 /// | `productName()`              | `CG_PRODUCT_NAME` | "common_gui"                                     |
 
-COMMON_GUI_EXPORT const char* agentBinDir();
-COMMON_GUI_EXPORT const char* agentEtcDir();
-COMMON_GUI_EXPORT const char* userDataDirForWrite_utf8();
-COMMON_GUI_EXPORT const char* userDataCommonDir_utf8();
-COMMON_GUI_EXPORT const char* productName();
+CG_PLATFORM_EXPORT const char* agentBinDir();
+CG_PLATFORM_EXPORT const char* agentEtcDir();
+CG_PLATFORM_EXPORT const char* userDataDirForWrite_utf8();
+CG_PLATFORM_EXPORT const char* userDataCommonDir_utf8();
+CG_PLATFORM_EXPORT const char* productName();
