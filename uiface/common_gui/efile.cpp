@@ -137,6 +137,9 @@ long EFile::size()
 {
     if (!m_stream)
         return m_size;
+    // Count what was written and still sits in stdio's buffer.
+    if (m_lastOperation == WriteOperation)
+        std::fflush(m_stream);
     struct stat info;
     if (::fstat(fileno(m_stream), &info) != 0 || info.st_nlink == 0)
         return -1;

@@ -66,9 +66,9 @@ public:
     /// True when the position equals the size taken at open or by the last size() call, not a
     /// fresh one: after writing past that size, call size() first. True when no file is open.
     bool atEnd() const;
-    /// The current size of the open file, which is also remembered for atEnd() and read(). -1 when
-    /// the file has been deleted while open (the remembered size stays). Without an open file, the
-    /// remembered size: -1 if no file was ever opened. Never throws.
+    /// The current size of the open file, written data included, which is also remembered for
+    /// atEnd() and read(). -1 when the file has been deleted while open (the remembered size stays).
+    /// Without an open file, the remembered size: -1 if no file was ever opened. Never throws.
     long size();
 
     /// When true, every failing operation throws EFileException instead of returning its failure

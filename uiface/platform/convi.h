@@ -22,6 +22,10 @@
 /// | 11    | `CP_KOI8U`        | KOI8-U                 |
 ///
 /// Every other value is unknown: a converter from or to it converts nothing.
+///
+/// The single-byte code pages CP866, Windows-1251/1252, KOI8-R/U and ISO-8859-1/5 are decoded into
+/// UTF-8 by table, many times faster than iconv and with the same results; everything else goes
+/// through iconv.
 
 typedef int codepage_t;
 
@@ -66,5 +70,6 @@ public:
 
 private:
     void* m_handle = nullptr;   ///< the iconv descriptor; null when a code page is unknown
+    const void* m_table = nullptr;  ///< a single-byte code page's UTF-8 table, used instead of iconv
     unsigned m_nulSize = 1;     ///< bytes of the target's NUL character
 };
