@@ -406,6 +406,7 @@ void TestECodeEditor::loadErrorsAreReportedInWords_data()
     QTest::newRow("directory") << QStringLiteral("directory");
     QTest::newRow("unreadable") << QStringLiteral("unreadable");
     QTest::newRow("empty path") << QStringLiteral("empty");
+    QTest::newRow("FIFO without a writer") << QStringLiteral("fifo");
 }
 
 void TestECodeEditor::loadErrorsAreReportedInWords()
@@ -418,6 +419,8 @@ void TestECodeEditor::loadErrorsAreReportedInWords()
         path = dir.path();
     if (kind == QLatin1String("empty"))
         path.clear();
+    if (kind == QLatin1String("fifo"))
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
     if (kind == QLatin1String("unreadable")) {
         writeFile(path, "# encoding: utf-8\nsecret");
         QCOMPARE(::chmod(QFile::encodeName(path).constData(), 0), 0);

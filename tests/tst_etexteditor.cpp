@@ -41,13 +41,20 @@ void writeFile(const QString& path, const QByteArray& bytes)
 }
 
 /// Enters \a answer as the file name of Qt's file dialog (Escape for a null answer); \a title
-/// receives the dialog's caption.
-ModalAnswer fileAnswer(const QString& answer, QString* title = nullptr)
+/// receives the dialog's caption, \a filter the filter it proposed. A non-empty \a choose is
+/// selected as the filter first.
+ModalAnswer fileAnswer(const QString& answer, QString* title = nullptr, QString* filter = nullptr,
+                       const QString& choose = QString())
 {
-    return ModalAnswer::call([answer, title](QWidget* box) {
+    return ModalAnswer::call([answer, title, filter, choose](QWidget* box) {
         auto* edit = box->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        auto* dialog = qobject_cast<QFileDialog*>(box);
         if (title)
             *title = box->windowTitle();
+        if (filter)
+            *filter = dialog->selectedNameFilter();
+        if (!choose.isEmpty())
+            dialog->selectNameFilter(choose);
         if (!answer.isNull())
             edit->setText(answer);
         QTest::keyClick(edit, answer.isNull() ? Qt::Key_Escape : Qt::Key_Return);
@@ -109,6 +116,7 @@ private slots:
     void escapeAsksLikeClosing();
     void shortcutsReachTheWindowAndTheEditor();
     void openAsksAboutUnsavedEditsFirst();
+    void fileDialogFilterIsRememberedPerClass();
     void geometryIsKeptUnderTheWindowName_data();
     void geometryIsKeptUnderTheWindowName();
     void subclassSuppliesItsOwnEditor();
@@ -452,6 +460,34 @@ void TestETextEditor::openAsksAboutUnsavedEditsFirst()
     QCOMPARE(window.getEditor()->toPlainText(), QStringLiteral("second"));
     QCOMPARE(window.windowTitle(), QStringLiteral("Policy - ") + second);
     QCOMPARE(readAll(first), QByteArray("first"));
+}
+
+void TestETextEditor::fileDialogFilterIsRememberedPerClass()
+{
+    QTemporaryDir dir;
+    const QString allFiles = QStringLiteral("All Files (*)");
+    {
+        ETextEditor first(nullptr, QStringLiteral("Script"), ETextEditor::AllMenus);
+        QTest::keyClicks(first.getEditor(), QStringLiteral("x"));
+        ModalAnswerer answer(fileAnswer(dir.filePath(QStringLiteral("saved")), nullptr, nullptr, allFiles));
+        QVERIFY(first.doSaveAs());
+        QVERIFY2(answer.done(), qPrintable(answer.error()));
+    }
+    QString proposed;
+    {
+        ETextEditor second(nullptr, QStringLiteral("Script"), ETextEditor::AllMenus);
+        ModalAnswerer answer(fileAnswer(QString(), nullptr, &proposed));
+        QVERIFY(!second.doOpen());
+        QVERIFY2(answer.done(), qPrintable(answer.error()));
+    }
+    QCOMPARE(proposed, allFiles);
+    {
+        ELSPDialog other(nullptr, QStringLiteral("Policy"));
+        ModalAnswerer answer(fileAnswer(QString(), nullptr, &proposed));
+        QVERIFY(!other.doOpen());
+        QVERIFY2(answer.done(), qPrintable(answer.error()));
+    }
+    QCOMPARE(proposed, QStringLiteral("Text Files (*.txt)"));
 }
 
 void TestETextEditor::geometryIsKeptUnderTheWindowName_data()

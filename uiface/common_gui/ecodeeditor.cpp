@@ -272,8 +272,10 @@ bool ECodeEditor::loadFromFile(const QString& path)
     try {
         EFile file(path);
         file.throwOnError = true;
-        // A directory opens for reading on Linux and then fails in odd ways; refuse it at once.
-        if (QFileInfo(path).isDir())
+        // A directory opens for reading on Linux and then fails in odd ways, and opening a FIFO
+        // waits for a writer: only regular files are read.
+        const QFileInfo info(path);
+        if (info.exists() && !info.isFile())
             throw EFileException();
         file.open(EFile::ReadOnly);
         const long size = file.size();
