@@ -3,6 +3,7 @@
 #include "cgtest.h"
 #include "fsfault.h"
 #include "modalhelper.h"
+#include "textfiles.h"
 
 #include "ecodeeditor.h"
 
@@ -16,27 +17,11 @@
 #include <memory>
 #include <sys/stat.h>
 
+using namespace TextFiles;
+
 namespace {
 
 const QString russian = QString::fromUtf8("Привет, мир");
-
-QByteArray encoded(const char* codec, const QString& text)
-{
-    return QTextCodec::codecForName(codec)->fromUnicode(text);
-}
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
-}
-
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), qint64(bytes.size()));
-}
 
 /// Types \a text as key presses; unlike QTest::keyClicks it takes letters outside ASCII.
 void typeText(QWidget* widget, const QString& text)

@@ -3,6 +3,7 @@
 #include "cgtest.h"
 #include "fsfault.h"
 #include "modalhelper.h"
+#include "textfiles.h"
 
 #include "common_core.h"
 #include "ecodeeditor.h"
@@ -15,28 +16,12 @@
 
 #include <memory>
 
+using namespace TextFiles;
+
 namespace {
 
 const QString russian = QString::fromUtf8("Политика безопасности");
 const QString w1251 = QStringLiteral("Windows-1251");
-
-QByteArray encoded(const char* codec, const QString& text)
-{
-    return QTextCodec::codecForName(codec)->fromUnicode(text);
-}
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
-}
-
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), qint64(bytes.size()));
-}
 
 } // namespace
 

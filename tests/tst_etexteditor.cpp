@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "cgtest.h"
 #include "modalhelper.h"
+#include "textfiles.h"
 
 #include "common_core.h"
 #include "ecodeeditor.h"
@@ -22,23 +23,12 @@
 
 #include <memory>
 
+using namespace TextFiles;
+
 namespace {
 
 const QString russian = QString::fromUtf8("Сценарий запуска");
 const QString question = QStringLiteral("File was modified. Do you want save it?");
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
-}
-
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), qint64(bytes.size()));
-}
 
 /// Enters \a answer as the file name of Qt's file dialog (Escape for a null answer); \a title
 /// receives the dialog's caption, \a filter the filter it proposed. A non-empty \a choose is

@@ -155,13 +155,8 @@ void ECodeEditor::setEncoding(const QString& name)
         currentEncoding = detectedEncoding;
         userChoice = false;
     }
-    if (QTextCodec* codec = codecFor(currentEncoding)) {
-        showDecoded(codec->toUnicode(rawText.constData(), rawText.size()));
-    } else {
-        currentEncoding = QString::fromLatin1(unknownOnView);
-        userChoice = false;
-        showDecoded(QString::fromUtf8(rawText.constData()));
-    }
+    // Viewing as UTF-8 after a failed lookup stops at the first NUL, as a C string would.
+    showRawText(unknownOnView, true);
 
     if (horizontalScrollBar())
         horizontalScrollBar()->setValue(x);
@@ -195,13 +190,18 @@ void ECodeEditor::takeBytes(QByteArray bytes)
     detectedEncoding = detectEncoding(rawText.constData(), rawText.size(), &headerLength);
     if (!userChoice)
         currentEncoding = detectedEncoding;
+    showRawText(unknownOnOpen, false);
+}
+
+void ECodeEditor::showRawText(const char* unknownNote, bool upToNul)
+{
     if (QTextCodec* codec = codecFor(currentEncoding)) {
         showDecoded(codec->toUnicode(rawText.constData(), rawText.size()));
-    } else {
-        currentEncoding = QString::fromLatin1(unknownOnOpen);
-        userChoice = false;
-        showDecoded(QString::fromUtf8(rawText.constData(), rawText.size()));
+        return;
     }
+    currentEncoding = QString::fromLatin1(unknownNote);
+    userChoice = false;
+    showDecoded(upToNul ? QString::fromUtf8(rawText.constData()) : QString::fromUtf8(rawText.constData(), rawText.size()));
 }
 
 void ECodeEditor::showDecoded(const QString& text)

@@ -84,6 +84,8 @@ private:
     void takeBytes(QByteArray bytes);
     QString detectInDocument();
     void showDecoded(const QString& text);
+    /// Decodes the raw text as the current encoding, or as UTF-8 with \a unknownNote in its place.
+    void showRawText(const char* unknownNote, bool upToNul);
 
     QString detectedEncoding;
     QString currentEncoding;

@@ -93,6 +93,22 @@ public:
     BusyCursor& operator=(const BusyCursor&) = delete;
 };
 
+/// Runs \a work under the busy cursor; the core library's errors are shown and give false.
+template <typename Work>
+bool withFileErrorsShown(QWidget* editor, Work work)
+{
+    BusyCursor busy;
+    try {
+        work();
+        return true;
+    } catch (const std::bad_alloc& e) {
+        EMessage::erro(editor, e);
+    } catch (const TTT& e) {
+        EMessage::erro(editor, e);
+    }
+    return false;
+}
+
 } // namespace
 
 ELSPTextEdit::ELSPTextEdit(bool shortcuts)
@@ -136,19 +152,12 @@ void ELSPTextEdit::setText(const Bag& data, const QString& defaultEncoding)
 
 bool ELSPTextEdit::loadFromFile(const QString& path, const QString& defaultEncoding)
 {
-    BusyCursor busy;
-    try {
+    return withFileErrorsShown(this, [&] {
         ArrayHolder<char> buffer;
         const unsigned int size = UTF8File::load(path.toUtf8().constData(), buffer, maxFileSize, false);
         if (size != 0)
             setText(buffer.get(), int(size), defaultEncoding);
-        return true;
-    } catch (const std::bad_alloc& e) {
-        EMessage::erro(this, e);
-    } catch (const TTT& e) {
-        EMessage::erro(this, e);
-    }
-    return false;
+    });
 }
 
 void ELSPTextEdit::getText(QByteArray& out, const QString& defaultEncoding)
@@ -170,17 +179,10 @@ void ELSPTextEdit::getText(QByteArray& out, const QString& defaultEncoding)
 
 bool ELSPTextEdit::saveToFile(const QString& path, const QString& defaultEncoding)
 {
-    BusyCursor busy;
-    try {
+    return withFileErrorsShown(this, [&] {
         QByteArray bytes;
         getText(bytes, defaultEncoding);
         UTF8File::save(path.toUtf8().constData(), bytes.constData(), unsigned(bytes.size()));
         document()->setModified(false);
-        return true;
-    } catch (const std::bad_alloc& e) {
-        EMessage::erro(this, e);
-    } catch (const TTT& e) {
-        EMessage::erro(this, e);
-    }
-    return false;
+    });
 }
