@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // SPDX-FileCopyrightText: common_gui developers
+// Both editor windows: ETextEditor and ELSPDialog.
 #include "cgtest.h"
 #include "modalhelper.h"
 #include "textfiles.h"
 
-#include "common_core.h"
 #include "ecodeeditor.h"
 #include "elspdialog.h"
 #include "elsptextedit.h"
@@ -12,14 +12,10 @@
 #include "etexteditor.h"
 
 #include <QAction>
-#include <QActionGroup>
-#include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QTemporaryDir>
-#include <QTextCodec>
 
 #include <memory>
 
@@ -27,18 +23,14 @@ using namespace TextFiles;
 
 namespace {
 
-const QString russian = QString::fromUtf8("Сценарий запуска");
-const QString question = QStringLiteral("File was modified. Do you want save it?");
-
-/// Enters \a answer as the file name of Qt's file dialog (Escape for a null answer); \a title
-/// receives the dialog's caption, \a filter the filter it proposed. A non-empty \a choose is
-/// selected as the filter first.
+/// Enters \a answer in Qt's file dialog (Escape for a null answer), after noting its caption in
+/// \a title and its proposed filter in \a filter, and choosing the filter \a choose if given.
 ModalAnswer fileAnswer(const QString& answer, QString* title = nullptr, QString* filter = nullptr,
                        const QString& choose = QString())
 {
-    return ModalAnswer::call([answer, title, filter, choose](QWidget* box) {
-        auto* edit = box->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    return ModalAnswer::call([=](QWidget* box) {
         auto* dialog = qobject_cast<QFileDialog*>(box);
+        auto* edit = box->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
         if (title)
             *title = box->windowTitle();
         if (filter)
@@ -51,38 +43,43 @@ ModalAnswer fileAnswer(const QString& answer, QString* title = nullptr, QString*
     });
 }
 
-/// Both windows behind one face, so the behaviour they share is tested once for each.
+/// Either window, behind one face for what they share.
 struct Window
 {
     std::unique_ptr<QDialog> dialog;
     QPlainTextEdit* editor = nullptr;
     std::function<bool(const QString&)> open;
     std::function<bool()> save;
+    std::function<QString()> fileName;
 
-    static Window make(bool lsp)
+    explicit Window(bool lsp)
     {
-        Window w;
         if (lsp) {
-            auto* d = new ELSPDialog(nullptr, QStringLiteral("Policy"));
-            w.dialog.reset(d);
-            w.editor = d->getEditor();
-            w.open = [d](const QString& path) { return d->openFile(path); };
-            w.save = [d] { return d->doSave(); };
+            auto* d = new ELSPDialog(nullptr, QStringLiteral("Base"));
+            dialog.reset(d);
+            editor = d->getEditor();
+            open = [d](const QString& path) { return d->openFile(path); };
+            save = [d] { return d->doSave(); };
+            fileName = [d] { return d->getFileName(); };
         } else {
-            auto* d = new ETextEditor(nullptr, QStringLiteral("Policy"), ETextEditor::AllMenus);
-            w.dialog.reset(d);
-            w.editor = d->getEditor();
-            w.open = [d](const QString& path) { return d->openFile(path); };
-            w.save = [d] { return d->doSave(); };
+            auto* d = new ETextEditor(nullptr, QStringLiteral("Base"), ETextEditor::AllMenus);
+            dialog.reset(d);
+            editor = d->getEditor();
+            open = [d](const QString& path) { return d->openFile(path); };
+            save = [d] { return d->doSave(); };
+            fileName = [d] { return d->getFileName(); };
         }
-        return w;
     }
 };
 
-void addWindowColumn()
+void bothWindows()
 {
     QTest::addColumn<bool>("lsp");
+    QTest::newRow("ELSPDialog") << true;
+    QTest::newRow("ETextEditor") << false;
 }
+
+#define ANSWERED(answerer) QVERIFY2((answerer).done(), qPrintable((answerer).error()))
 
 } // namespace
 
@@ -91,242 +88,76 @@ class TestETextEditor : public QObject
     Q_OBJECT
 
 private slots:
-    void titleShowsFileAndUnsavedMark_data();
-    void titleShowsFileAndUnsavedMark();
-    void notUpToDateShowsTheMarkToo();
+    void titleFollowsFileAndEdits_data() { bothWindows(); }
+    void titleFollowsFileAndEdits();
+    void closeQuestion_data();
+    void closeQuestion();
     void menusFollowTheFlags_data();
     void menusFollowTheFlags();
     void encodingMenuReinterpretsTheSameBytes();
-    void saveAsCaptionNamesTheDeclaredEncoding();
-    void saveWithoutAFileAsksForOne_data();
-    void saveWithoutAFileAsksForOne();
-    void closeQuestion_data();
-    void closeQuestion();
-    void failedSaveOnClosingKeepsTheWindow();
-    void escapeAsksLikeClosing();
-    void shortcutsReachTheWindowAndTheEditor();
-    void openAsksAboutUnsavedEditsFirst();
-    void fileDialogFilterIsRememberedPerClass();
-    void geometryIsKeptUnderTheWindowName_data();
-    void geometryIsKeptUnderTheWindowName();
-    void subclassSuppliesItsOwnEditor();
-    void policyTextGivenInMemory();
+    void shortcutsAndRememberedFilter();
+    void subclassKeepsGeometryAndSuppliesItsEditor();
 };
 
-void TestETextEditor::titleShowsFileAndUnsavedMark_data()
-{
-    addWindowColumn();
-    QTest::newRow("ELSPDialog") << true;
-    QTest::newRow("ETextEditor") << false;
-}
-
-void TestETextEditor::titleShowsFileAndUnsavedMark()
+void TestETextEditor::titleFollowsFileAndEdits()
 {
     QFETCH(bool, lsp);
-    Window w = Window::make(lsp);
-    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Policy"));
-    QTest::keyClicks(w.editor, QStringLiteral("x"));
-    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Policy*"));
-
+    Window w(lsp);
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("a.txt"));
-    writeFile(path, "text");
-    QVERIFY(w.open(path));
-    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Policy - ") + path);
-    QTest::keyClicks(w.editor, QStringLiteral("y"));
-    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Policy - ") + path + QLatin1Char('*'));
-    QVERIFY(w.save());
-    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Policy - ") + path);
-    QCOMPARE(readAll(path), QByteArray("ytext"));
 
-    // A failed open reports and keeps the window's file.
-    ModalAnswerer answer(QMessageBox::Ok);
-    QVERIFY(!w.open(dir.filePath(QStringLiteral("gone.txt"))));
-    QVERIFY2(answer.done(), qPrintable(answer.error()));
-    QCOMPARE(lsp ? static_cast<ELSPDialog*>(w.dialog.get())->getFileName()
-                 : static_cast<ETextEditor*>(w.dialog.get())->getFileName(),
-             path);
-}
-
-void TestETextEditor::notUpToDateShowsTheMarkToo()
-{
-    ETextEditor window(nullptr, QStringLiteral("Script"), ETextEditor::AllMenus);
-    window.getEditor()->upToDate = false;
-    window.modified();
-    QCOMPARE(window.windowTitle(), QStringLiteral("Script*"));
-    // Not modified: the encoding may still be changed.
-    QVERIFY(window.findChild<QMenu*>(QStringLiteral("encodingMenu"))->isEnabled());
-}
-
-void TestETextEditor::menusFollowTheFlags_data()
-{
-    QTest::addColumn<int>("flags");
-    QTest::addColumn<QStringList>("menus");
-    QTest::addColumn<QStringList>("fileEntries");
-
-    QTest::newRow("open only") << 1 << QStringList{QStringLiteral("File")} << QStringList{QStringLiteral("Open...")};
-    QTest::newRow("save only") << 2 << QStringList{QStringLiteral("File")}
-                               << QStringList{QStringLiteral("Save"), QStringLiteral("Save as...")};
-    QTest::newRow("view only") << 4 << QStringList{QStringLiteral("View")} << QStringList();
-    QTest::newRow("view and encoding") << 12 << QStringList{QStringLiteral("View"), QStringLiteral("Encoding")}
-                                       << QStringList();
-    QTest::newRow("all") << 15
-                         << QStringList{QStringLiteral("File"), QStringLiteral("View"), QStringLiteral("Encoding")}
-                         << QStringList{QStringLiteral("Open..."), QStringLiteral("Save"), QStringLiteral("Save as...")};
-}
-
-void TestETextEditor::menusFollowTheFlags()
-{
-    QFETCH(int, flags);
-    QFETCH(QStringList, menus);
-    QFETCH(QStringList, fileEntries);
-
-    ETextEditor window(nullptr, QStringLiteral("Script"), flags);
-    QStringList shown;
-    const auto barActions = window.findChild<QMenuBar*>()->actions();
-    for (const QAction* act : barActions)
-        shown << act->text();
-    QCOMPARE(shown, menus);
-
-    QStringList entries;
-    if (auto* file = window.findChild<QMenu*>(QStringLiteral("fileMenu"))) {
-        const auto actions = file->actions();
-        for (const QAction* act : actions)
-            entries << act->text();
-    }
-    QCOMPARE(entries, fileEntries);
-
-    if (auto* encoding = window.findChild<QMenu*>(QStringLiteral("encodingMenu"))) {
-        QStringList names;
-        const auto actions = encoding->actions();
-        for (const QAction* act : actions)
-            names << act->text() + (act->isChecked() ? QStringLiteral(" (checked)") : QString());
-        QCOMPARE(names, (QStringList{QStringLiteral("Auto (checked)"), QStringLiteral("Windows-1251"),
-                                     QStringLiteral("UTF-8")}));
-    }
-}
-
-void TestETextEditor::encodingMenuReinterpretsTheSameBytes()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("run.sh"));
-    const QString text = QStringLiteral("# -*- encoding: KOI8-R -*-\necho ") + russian + QLatin1Char('\n');
-    const QByteArray bytes = QTextCodec::codecForName("KOI8-R")->fromUnicode(text);
-    writeFile(path, bytes);
-
-    ETextEditor window(nullptr, QStringLiteral("Script"), ETextEditor::AllMenus);
-    QVERIFY(window.openFile(path));
-    ECodeEditor* editor = window.getEditor();
-    QCOMPARE(editor->toPlainText(), text);
-    auto* menu = window.findChild<QMenu*>(QStringLiteral("encodingMenu"));
-    const QList<QAction*> entries = menu->actions();
-
-    entries.at(1)->trigger(); // Windows-1251
-    QCOMPARE(editor->toPlainText(), QTextCodec::codecForName("Windows-1251")->toUnicode(bytes));
-    QVERIFY(entries.at(1)->isChecked());
-    entries.at(2)->trigger(); // UTF-8
-    QCOMPARE(editor->getEncoding(), QStringLiteral("UTF-8"));
-    QCOMPARE(editor->toPlainText(), QString::fromUtf8(bytes));
-    QVERIFY(!editor->isModified());
-    entries.at(0)->trigger(); // Auto
-    QCOMPARE(editor->toPlainText(), text);
-    QCOMPARE(readAll(path), bytes);
-
-    // Unsaved edits lock the menu; saving unlocks it and shows Auto again.
-    entries.at(2)->trigger();
-    editor->moveCursor(QTextCursor::End);
-    QTest::keyClicks(editor, QStringLiteral("exit"));
-    QVERIFY(!menu->isEnabled());
-    QVERIFY(window.saveFile(path));
-    QVERIFY(menu->isEnabled());
-    QVERIFY(entries.at(0)->isChecked());
-    QCOMPARE(editor->getEncoding(), QStringLiteral("KOI8-R"));
-}
-
-void TestETextEditor::saveAsCaptionNamesTheDeclaredEncoding()
-{
-    ETextEditor window(nullptr, QStringLiteral("Script"), ETextEditor::AllMenus);
-    const QByteArray bytes = QByteArray("# encoding: KOI8-R\n") + QTextCodec::codecForName("KOI8-R")->fromUnicode(russian);
-    window.setPlainText(bytes.constData(), unsigned(bytes.size()));
-    QString title;
-    {
-        ModalAnswerer answer(fileAnswer(QString(), &title));
-        QVERIFY(!window.doSaveAs());
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
-    }
-    QCOMPARE(title, QStringLiteral("Save to file..."));
-
-    window.findChild<QMenu*>(QStringLiteral("encodingMenu"))->actions().at(2)->trigger();
-    {
-        ModalAnswerer answer(fileAnswer(QString(), &title));
-        QVERIFY(!window.doSaveAs());
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
-    }
-    QCOMPARE(title, QStringLiteral("Save to file... [KOI8-R]"));
-
-    const QByteArray unknown = "# encoding: martian\nhello";
-    window.setPlainText(unknown.constData(), unsigned(unknown.size()));
-    window.findChild<QMenu*>(QStringLiteral("encodingMenu"))->actions().at(1)->trigger();
-    {
-        ModalAnswerer answer(fileAnswer(QString(), &title));
-        QVERIFY(!window.doSaveAs());
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
-    }
-    QCOMPARE(title, QStringLiteral("Save to file... [Unknown encoding: martian, UTF-8 will be used]"));
-}
-
-void TestETextEditor::saveWithoutAFileAsksForOne_data()
-{
-    addWindowColumn();
-    QTest::newRow("ELSPDialog") << true;
-    QTest::newRow("ETextEditor") << false;
-}
-
-void TestETextEditor::saveWithoutAFileAsksForOne()
-{
-    QFETCH(bool, lsp);
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("new.txt"));
-    Window w = Window::make(lsp);
+    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Base"));
     QTest::keyClicks(w.editor, QStringLiteral("hello"));
+    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Base*"));
 
-    QString title;
+    // Save without a file asks for one; cancelling changes nothing.
+    QString caption;
     {
-        ModalAnswerer answer(fileAnswer(QString(), &title));
+        ModalAnswerer answer(fileAnswer(QString(), &caption));
         QVERIFY(!w.save());
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
+        ANSWERED(answer);
     }
-    QCOMPARE(title, QStringLiteral("Save to file..."));
-    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Policy*"));
-    QVERIFY(!QFile::exists(path));
-
+    QCOMPARE(caption, QStringLiteral("Save to file..."));
+    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Base*"));
     {
         ModalAnswerer answer(fileAnswer(path));
         QVERIFY(w.save());
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
+        ANSWERED(answer);
     }
     QCOMPARE(readAll(path), QByteArray("hello"));
-    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Policy - ") + path);
+    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Base - ") + path);
+    QTest::keyClicks(w.editor, QStringLiteral("y"));
+    QCOMPARE(w.dialog->windowTitle(), QStringLiteral("Base - ") + path + QLatin1Char('*'));
+
+    // A failed open reports and keeps the window's file.
+    ModalAnswerer answer(QMessageBox::Ok);
+    QVERIFY(!w.open(dir.filePath(QStringLiteral("vanished.txt"))));
+    ANSWERED(answer);
+    QCOMPARE(w.fileName(), path);
 }
 
 void TestETextEditor::closeQuestion_data()
 {
-    addWindowColumn();
+    QTest::addColumn<bool>("lsp");
+    QTest::addColumn<bool>("escape");
     QTest::addColumn<int>("button");
     QTest::addColumn<bool>("closed");
     QTest::addColumn<QByteArray>("onDisk");
 
     for (bool lsp : {true, false}) {
         const char* name = lsp ? "ELSPDialog" : "ETextEditor";
-        QTest::addRow("%s, Yes", name) << lsp << int(QMessageBox::Yes) << true << QByteArray("edited old");
-        QTest::addRow("%s, No", name) << lsp << int(QMessageBox::No) << true << QByteArray("old");
-        QTest::addRow("%s, Cancel", name) << lsp << int(QMessageBox::Cancel) << false << QByteArray("old");
+        QTest::addRow("%s, Yes", name) << lsp << false << int(QMessageBox::Yes) << true << QByteArray("edited old");
+        QTest::addRow("%s, No", name) << lsp << false << int(QMessageBox::No) << true << QByteArray("old");
+        QTest::addRow("%s, Cancel", name) << lsp << false << int(QMessageBox::Cancel) << false << QByteArray("old");
+        QTest::addRow("%s, Escape, Cancel", name) << lsp << true << int(QMessageBox::Cancel) << false << QByteArray("old");
+        QTest::addRow("%s, Escape, No", name) << lsp << true << int(QMessageBox::No) << true << QByteArray("old");
     }
 }
 
 void TestETextEditor::closeQuestion()
 {
     QFETCH(bool, lsp);
+    QFETCH(bool, escape);
     QFETCH(int, button);
     QFETCH(bool, closed);
     QFETCH(QByteArray, onDisk);
@@ -334,186 +165,172 @@ void TestETextEditor::closeQuestion()
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("file.txt"));
     writeFile(path, "old");
-    Window w = Window::make(lsp);
+    Window w(lsp);
     QVERIFY(w.open(path));
     w.dialog->show();
-
-    // An unmodified window closes without a question.
-    QVERIFY(w.dialog->close());
+    QVERIFY(w.dialog->close()); // nothing unsaved: no question
     w.dialog->show();
 
     QTest::keyClicks(w.editor, QStringLiteral("edited "));
     ModalAnswerer answer{QMessageBox::StandardButton(button)};
-    const bool result = w.dialog->close();
-    QVERIFY2(answer.done(), qPrintable(answer.error()));
+    if (escape)
+        QTest::keyClick(w.editor, Qt::Key_Escape);
+    else
+        w.dialog->close();
+    ANSWERED(answer);
     QCOMPARE(answer.count(), 1);
-    QCOMPARE(answer.seen().text, question);
-    QCOMPARE(result, closed);
+    QCOMPARE(answer.seen().text, QStringLiteral("File was modified. Do you want save it?"));
     QCOMPARE(w.dialog->isVisible(), !closed);
     QCOMPARE(readAll(path), onDisk);
+
+    // Yes with a save that fails keeps the window open.
+    if (!closed) {
+        QVERIFY(QFile::remove(path) && QDir(dir.path()).mkdir(QStringLiteral("file.txt")));
+        ModalAnswerer failing({ModalAnswer::button(QMessageBox::Yes), ModalAnswer::button(QMessageBox::Ok)});
+        QVERIFY(!w.dialog->close());
+        ANSWERED(failing);
+        QVERIFY(w.dialog->isVisible());
+    }
 }
 
-void TestETextEditor::failedSaveOnClosingKeepsTheWindow()
+void TestETextEditor::menusFollowTheFlags_data()
+{
+    QTest::addColumn<int>("flags");
+    QTest::addColumn<QStringList>("entries");
+
+    QTest::newRow("open") << 1 << QStringList{QStringLiteral("File: Open...")};
+    QTest::newRow("save") << 2 << QStringList{QStringLiteral("File: Save, Save as...")};
+    QTest::newRow("view and encoding") << 12
+                                       << QStringList{QStringLiteral("View: Find..., Find Next, Go to Line..."),
+                                                      QStringLiteral("Encoding: Auto, Windows-1251, UTF-8")};
+    QTest::newRow("all") << 15
+                         << QStringList{QStringLiteral("File: Open..., Save, Save as..."),
+                                        QStringLiteral("View: Find..., Find Next, Go to Line..."),
+                                        QStringLiteral("Encoding: Auto, Windows-1251, UTF-8")};
+}
+
+void TestETextEditor::menusFollowTheFlags()
+{
+    QFETCH(int, flags);
+    QFETCH(QStringList, entries);
+
+    ETextEditor window(nullptr, QStringLiteral("Base"), flags);
+    QStringList shown;
+    const auto menus = window.findChild<QMenuBar*>()->actions();
+    for (const QAction* menu : menus) {
+        QStringList names;
+        const auto actions = menu->menu()->actions();
+        for (const QAction* act : actions)
+            names << act->text();
+        shown << menu->text() + QStringLiteral(": ") + names.join(QStringLiteral(", "));
+    }
+    QCOMPARE(shown, entries);
+}
+
+void TestETextEditor::encodingMenuReinterpretsTheSameBytes()
 {
     QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("sub/file.txt"));
-    QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("sub")));
-    writeFile(path, "old");
-    ETextEditor window(nullptr, QStringLiteral("Script"), ETextEditor::AllMenus);
+    const QString path = dir.filePath(QStringLiteral("run.sh"));
+    const QString text = QStringLiteral("# -*- encoding: KOI8-R -*-\necho ") + QString::fromUtf8("Сценарий\n");
+    const QByteArray bytes = encoded("KOI8-R", text);
+    writeFile(path, bytes);
+
+    ETextEditor window(nullptr, QStringLiteral("Base"), ETextEditor::AllMenus);
     QVERIFY(window.openFile(path));
-    window.show();
-    QTest::keyClicks(window.getEditor(), QStringLiteral("x"));
-    // The directory goes away: saving into it fails.
-    QVERIFY(QDir(dir.filePath(QStringLiteral("sub"))).removeRecursively());
+    ECodeEditor* editor = window.getEditor();
+    auto* menu = window.findChild<QMenu*>(QStringLiteral("encodingMenu"));
+    const QList<QAction*> entries = menu->actions();
+    QVERIFY(entries.at(0)->isChecked());
 
-    ModalAnswerer answer({ModalAnswer::button(QMessageBox::Yes), ModalAnswer::button(QMessageBox::Ok)});
-    QVERIFY(!window.close());
-    QVERIFY2(answer.done(), qPrintable(answer.error()));
-    QCOMPARE(answer.seen(1).text, QStringLiteral("File saving error"));
-    QVERIFY(window.isVisible());
-    QVERIFY(window.getEditor()->isModified());
+    entries.at(2)->trigger(); // UTF-8
+    QVERIFY(entries.at(2)->isChecked());
+    QCOMPARE(editor->toPlainText(), QString::fromUtf8(bytes));
+    QVERIFY(!editor->isModified());
+    QString caption;
+    {
+        ModalAnswerer answer(fileAnswer(QString(), &caption));
+        QVERIFY(!window.doSaveAs());
+        ANSWERED(answer);
+    }
+    QCOMPARE(caption, QStringLiteral("Save to file... [KOI8-R]"));
+    entries.at(0)->trigger(); // Auto
+    QCOMPARE(editor->toPlainText(), text);
+    QCOMPARE(readAll(path), bytes);
+
+    // Unsaved edits lock the menu; saving unlocks it and shows Auto again without decoding anew.
+    entries.at(1)->trigger();
+    editor->moveCursor(QTextCursor::End);
+    QTest::keyClicks(editor, QStringLiteral("exit"));
+    QVERIFY(!menu->isEnabled());
+    QVERIFY(window.saveFile(path));
+    QVERIFY(menu->isEnabled());
+    QVERIFY(entries.at(0)->isChecked());
+    QCOMPARE(editor->getEncoding(), QStringLiteral("KOI8-R"));
+
+    // A declaration without a codec is named as such; a flag from the application shows "*".
+    const QByteArray martian = "# encoding: martian\nhello";
+    window.setPlainText(martian.constData(), unsigned(martian.size()));
+    entries.at(1)->trigger();
+    {
+        ModalAnswerer answer(fileAnswer(QString(), &caption));
+        QVERIFY(!window.doSaveAs());
+        ANSWERED(answer);
+    }
+    QCOMPARE(caption, QStringLiteral("Save to file... [Unknown encoding: martian, UTF-8 will be used]"));
+    editor->upToDate = false;
+    window.modified();
+    QCOMPARE(window.windowTitle(), QStringLiteral("Base - ") + path + QLatin1Char('*'));
 }
 
-void TestETextEditor::escapeAsksLikeClosing()
-{
-    ELSPDialog window(nullptr, QStringLiteral("Policy"));
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QTest::keyClicks(window.getEditor(), QStringLiteral("x"));
-    {
-        ModalAnswerer answer(QMessageBox::Cancel);
-        QTest::keyClick(window.getEditor(), Qt::Key_Escape);
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
-    }
-    QVERIFY(window.isVisible());
-    {
-        ModalAnswerer answer(QMessageBox::No);
-        QTest::keyClick(window.getEditor(), Qt::Key_Escape);
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
-        QCOMPARE(answer.count(), 1);
-    }
-    QVERIFY(!window.isVisible());
-}
-
-void TestETextEditor::shortcutsReachTheWindowAndTheEditor()
+void TestETextEditor::shortcutsAndRememberedFilter()
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("keys.txt"));
     writeFile(path, "one\ntwo\nthree\n");
-    ETextEditor window(nullptr, QStringLiteral("Script"), ETextEditor::AllMenus);
-    QVERIFY(window.openFile(path));
-    window.show();
-    window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    ECodeEditor* editor = window.getEditor();
-    editor->setFocus();
-
-    QTest::keyClicks(editor, QStringLiteral("zero "));
-    QTest::keyClick(editor, Qt::Key_S, Qt::ControlModifier);
-    QCOMPARE(readAll(path), QByteArray("zero one\ntwo\nthree\n"));
-
-    // Ctrl+G asks for a line; Enter on 3 selects the third line.
-    ModalAnswerer answer(ModalAnswer::call([](QWidget* box) {
-        auto* edit = box->findChild<QLineEdit*>();
-        edit->selectAll();
-        QTest::keyClicks(edit, QStringLiteral("3"));
-        QTest::keyClick(edit, Qt::Key_Return);
-    }));
-    QTest::keyClick(editor, Qt::Key_G, Qt::ControlModifier);
-    QVERIFY2(answer.done(), qPrintable(answer.error()));
-    QCOMPARE(editor->textCursor().selectedText(), QStringLiteral("three"));
-}
-
-void TestETextEditor::openAsksAboutUnsavedEditsFirst()
-{
-    QTemporaryDir dir;
-    const QString first = dir.filePath(QStringLiteral("first.txt"));
-    const QString second = dir.filePath(QStringLiteral("second.txt"));
-    writeFile(first, "first");
-    writeFile(second, "second");
-    ELSPDialog window(nullptr, QStringLiteral("Policy"));
-    QVERIFY(window.openFile(first));
-    QTest::keyClicks(window.getEditor(), QStringLiteral("x"));
-    {
-        ModalAnswerer answer(QMessageBox::Cancel);
-        QVERIFY(!window.doOpen());
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
-    }
-    QCOMPARE(window.getEditor()->toPlainText(), QStringLiteral("xfirst"));
-    QString title;
-    {
-        ModalAnswerer answer({ModalAnswer::button(QMessageBox::No), fileAnswer(second, &title)});
-        QVERIFY(window.doOpen());
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
-    }
-    QCOMPARE(title, QStringLiteral("Load from file..."));
-    QCOMPARE(window.getEditor()->toPlainText(), QStringLiteral("second"));
-    QCOMPARE(window.windowTitle(), QStringLiteral("Policy - ") + second);
-    QCOMPARE(readAll(first), QByteArray("first"));
-}
-
-void TestETextEditor::fileDialogFilterIsRememberedPerClass()
-{
-    QTemporaryDir dir;
     const QString allFiles = QStringLiteral("All Files (*)");
     {
-        ETextEditor first(nullptr, QStringLiteral("Script"), ETextEditor::AllMenus);
-        QTest::keyClicks(first.getEditor(), QStringLiteral("x"));
-        ModalAnswerer answer(fileAnswer(dir.filePath(QStringLiteral("saved")), nullptr, nullptr, allFiles));
-        QVERIFY(first.doSaveAs());
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
+        ETextEditor window(nullptr, QStringLiteral("Base"), ETextEditor::AllMenus);
+        QVERIFY(window.openFile(path));
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        ECodeEditor* editor = window.getEditor();
+        editor->setFocus();
+        QTest::keyClicks(editor, QStringLiteral("zero "));
+        QTest::keyClick(editor, Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(readAll(path), QByteArray("zero one\ntwo\nthree\n"));
+
+        ModalAnswerer goTo(ModalAnswer::call([](QWidget* box) {
+            auto* edit = box->findChild<QLineEdit*>();
+            edit->selectAll();
+            QTest::keyClicks(edit, QStringLiteral("3"));
+            QTest::keyClick(edit, Qt::Key_Return);
+        }));
+        QTest::keyClick(editor, Qt::Key_G, Qt::ControlModifier);
+        ANSWERED(goTo);
+        QCOMPARE(editor->textCursor().selectedText(), QStringLiteral("three"));
+
+        window.activateWindow(); // the go-to-line box took the activation with it
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        ModalAnswerer open(fileAnswer(path, nullptr, nullptr, allFiles));
+        QTest::keyClick(editor, Qt::Key_O, Qt::ControlModifier);
+        ANSWERED(open);
     }
+    // The next window of the same class proposes the filter chosen last; the other class its own.
     QString proposed;
-    {
-        ETextEditor second(nullptr, QStringLiteral("Script"), ETextEditor::AllMenus);
-        ModalAnswerer answer(fileAnswer(QString(), nullptr, &proposed));
-        QVERIFY(!second.doOpen());
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
-    }
+    ETextEditor second(nullptr, QStringLiteral("Base"), ETextEditor::OpenMenu);
+    ModalAnswerer again(fileAnswer(QString(), nullptr, &proposed));
+    QVERIFY(!second.doOpen());
+    ANSWERED(again);
     QCOMPARE(proposed, allFiles);
-    {
-        ELSPDialog other(nullptr, QStringLiteral("Policy"));
-        ModalAnswerer answer(fileAnswer(QString(), nullptr, &proposed));
-        QVERIFY(!other.doOpen());
-        QVERIFY2(answer.done(), qPrintable(answer.error()));
-    }
+    ELSPDialog other(nullptr, QStringLiteral("Policy"));
+    ModalAnswerer lsp(fileAnswer(QString(), nullptr, &proposed));
+    QVERIFY(!other.doOpen());
+    ANSWERED(lsp);
     QCOMPARE(proposed, QStringLiteral("Text Files (*.txt)"));
 }
 
-void TestETextEditor::geometryIsKeptUnderTheWindowName_data()
-{
-    QTest::addColumn<bool>("lsp");
-    QTest::addColumn<QString>("group");
-    QTest::newRow("ELSPDialog") << true << QStringLiteral("ELSPDialog");
-    QTest::newRow("ETextEditor") << false << QStringLiteral("ETextEditor");
-}
-
-void TestETextEditor::geometryIsKeptUnderTheWindowName()
-{
-    QFETCH(bool, lsp);
-    QFETCH(QString, group);
-    {
-        Window w = Window::make(lsp);
-        w.dialog->show();
-        w.dialog->resize(420, 310);
-        QVERIFY(w.dialog->close());
-    }
-    QVERIFY(!ESettings(group).value(QStringLiteral("Size")).isNull());
-    Window again = Window::make(lsp);
-    QCOMPARE(again.dialog->size(), QSize(420, 310));
-}
-
 namespace {
-
-class ReadOnlyEditor : public ECodeEditor
-{
-public:
-    ReadOnlyEditor()
-        : ECodeEditor(false)
-    {
-        setReadOnly(true);
-    }
-};
 
 class Viewer : public ETextEditor
 {
@@ -525,31 +342,29 @@ public:
     }
 
 protected:
-    ECodeEditor* makeEditor() override { return new ReadOnlyEditor; }
+    ECodeEditor* makeEditor() override
+    {
+        auto* editor = new ECodeEditor(false);
+        editor->setObjectName(QStringLiteral("viewerEditor"));
+        return editor;
+    }
 };
 
 } // namespace
 
-void TestETextEditor::subclassSuppliesItsOwnEditor()
+void TestETextEditor::subclassKeepsGeometryAndSuppliesItsEditor()
 {
-    Viewer viewer;
-    QVERIFY(dynamic_cast<ReadOnlyEditor*>(viewer.getEditor()));
-    QCOMPARE(viewer.getEditor()->parentWidget(), &viewer);
-    QVERIFY(!viewer.findChild<QMenu*>(QStringLiteral("fileMenu")));
-    QVERIFY(viewer.findChild<QMenu*>(QStringLiteral("viewMenu")));
-}
-
-void TestETextEditor::policyTextGivenInMemory()
-{
-    ELSPDialog window(nullptr, QStringLiteral("Policy"));
-    const QByteArray bytes = QTextCodec::codecForName("Windows-1251")->fromUnicode(russian);
-    window.setText(bytes.constData(), unsigned(bytes.size()), ELSPTextEdit::defaultEncodingForLSP);
-    QCOMPARE(window.getEditor()->toPlainText(), russian);
-    QCOMPARE(window.windowTitle(), QStringLiteral("Policy"));
-    window.setText(Bag(bytes.constData(), size_t(bytes.size())), ELSPTextEdit::defaultEncodingForFile);
-    QCOMPARE(window.getEditor()->toPlainText(), QString::fromUtf8(bytes));
-    window.setReadOnly(true);
-    QVERIFY(window.getEditor()->isReadOnly());
+    {
+        Viewer viewer;
+        QCOMPARE(viewer.getEditor()->objectName(), QStringLiteral("viewerEditor"));
+        QCOMPARE(viewer.getEditor()->parentWidget(), &viewer);
+        QVERIFY(!viewer.findChild<QMenu*>(QStringLiteral("fileMenu")));
+        viewer.show();
+        viewer.resize(420, 310);
+        QVERIFY(viewer.close());
+    }
+    QVERIFY(!ESettings(QStringLiteral("ETextEditor")).value(QStringLiteral("Size")).isNull());
+    QCOMPARE(ETextEditor(nullptr, QStringLiteral("Base"), 0).size(), QSize(420, 310));
 }
 
 CG_TEST_MAIN(TestETextEditor)

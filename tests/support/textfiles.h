@@ -5,13 +5,19 @@
 #include <QByteArray>
 #include <QFile>
 #include <QString>
+#include <QTemporaryDir>
 #include <QTextCodec>
 #include <QtTest>
 
-/// Small file and encoding helpers for the tests of the text editors.
+#include <csignal>
+#include <cstring>
+#include <sys/fsuid.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+
+/// Files, encodings and file-system faults for the tests of the text editors.
 namespace TextFiles {
 
-/// \a text in the Qt codec \a codec.
 inline QByteArray encoded(const char* codec, const QString& text)
 {
     return QTextCodec::codecForName(codec)->fromUnicode(text);
@@ -31,5 +37,76 @@ inline void writeFile(const QString& path, const QByteArray& bytes)
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(bytes), qint64(bytes.size()));
 }
+
+/// A tmpfs of \a kib KiB, mounted where the machine allows it (reason() says why not), and filled
+/// to the last byte by fill().
+class FullDisk
+{
+public:
+    explicit FullDisk(int kib)
+    {
+        const QByteArray size = "size=" + QByteArray::number(kib) + 'k';
+        if (::mount("tmpfs", QFile::encodeName(dir.path()).constData(), "tmpfs", 0, size.constData()) == 0)
+            mounted = true;
+        else
+            why = QStringLiteral("cannot mount a small tmpfs here: ") + QString::fromLocal8Bit(std::strerror(errno));
+    }
+    ~FullDisk()
+    {
+        if (mounted)
+            ::umount2(QFile::encodeName(dir.path()).constData(), MNT_DETACH);
+    }
+    bool isMounted() const { return mounted; }
+    QString reason() const { return why; }
+    QString path(const char* name) const { return dir.filePath(QLatin1String(name)); }
+    void fill() const
+    {
+        QFile filler(path("filler"));
+        if (filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+            while (filler.write("f", 1) == 1) {
+            }
+    }
+
+private:
+    QTemporaryDir dir;
+    bool mounted = false;
+    QString why;
+};
+
+/// While it lives, every file this process writes is limited to \a bytes: longer writes fail part
+/// way with EFBIG (SIGXFSZ is ignored meanwhile).
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        ::getrlimit(RLIMIT_FSIZE, &saved);
+        struct rlimit small = saved;
+        small.rlim_cur = bytes;
+        oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+        ::setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~FileSizeLimit()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &saved);
+        std::signal(SIGXFSZ, oldHandler);
+    }
+
+private:
+    struct rlimit saved {};
+    void (*oldHandler)(int) = SIG_DFL;
+};
+
+/// While it lives, this thread's file access is checked as the user "nobody", so a file of mode
+/// 000 is unreadable even when the tests run as root.
+class AsNobody
+{
+public:
+    AsNobody() : old(::setfsuid(65534)) {}
+    ~AsNobody() { ::setfsuid(uid_t(old)); }
+
+private:
+    int old;
+};
 
 } // namespace TextFiles

@@ -116,7 +116,8 @@ void ETextEditor::build()
     if (editor)
         return;
     editor = makeEditor();
-    editor->setObjectName(QStringLiteral("editor"));
+    if (editor->objectName().isEmpty())
+        editor->setObjectName(QStringLiteral("editor"));
     setWindowTitle(baseTitle);
     menuBar = EEditorWindow::layOut(this, editor);
 
