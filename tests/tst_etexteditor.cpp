@@ -198,7 +198,6 @@ void TestETextEditor::menusFollowTheFlags_data()
     QTest::addColumn<int>("flags");
     QTest::addColumn<QStringList>("entries");
 
-    QTest::newRow("open") << 1 << QStringList{QStringLiteral("File: Open...")};
     QTest::newRow("save") << 2 << QStringList{QStringLiteral("File: Save, Save as...")};
     QTest::newRow("view and encoding") << 12
                                        << QStringList{QStringLiteral("View: Find..., Find Next, Go to Line..."),
@@ -300,18 +299,6 @@ void TestETextEditor::shortcutsAndRememberedFilter()
         QTest::keyClick(editor, Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(readAll(path), QByteArray("zero one\ntwo\nthree\n"));
 
-        ModalAnswerer goTo(ModalAnswer::call([](QWidget* box) {
-            auto* edit = box->findChild<QLineEdit*>();
-            edit->selectAll();
-            QTest::keyClicks(edit, QStringLiteral("3"));
-            QTest::keyClick(edit, Qt::Key_Return);
-        }));
-        QTest::keyClick(editor, Qt::Key_G, Qt::ControlModifier);
-        ANSWERED(goTo);
-        QCOMPARE(editor->textCursor().selectedText(), QStringLiteral("three"));
-
-        window.activateWindow(); // the go-to-line box took the activation with it
-        QVERIFY(QTest::qWaitForWindowActive(&window));
         ModalAnswerer open(fileAnswer(path, nullptr, nullptr, allFiles));
         QTest::keyClick(editor, Qt::Key_O, Qt::ControlModifier);
         ANSWERED(open);
