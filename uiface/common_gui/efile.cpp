@@ -86,16 +86,22 @@ long EFile::pos()
     return position;
 }
 
+void EFile::beginTransfer(int operation)
+{
+    errno = 0;
+    // stdio requires a repositioning between a read and a following write, and the reverse.
+    if (m_lastOperation != operation)
+        std::fseek(m_stream, 0, SEEK_CUR);
+    m_lastOperation = NoOperation;
+}
+
 bool EFile::read(void* buffer, unsigned int size)
 {
     if (!m_stream || m_size < 1)
         return fail();
     if (size == 0)
         return true;
-    errno = 0;
-    if (m_lastOperation != ReadOperation)
-        std::fseek(m_stream, 0, SEEK_CUR);
-    m_lastOperation = NoOperation;
+    beginTransfer(ReadOperation);
     if (std::fread(buffer, size, 1, m_stream) != 1) {
         // Past the end rather than an error: leave the position at the end and the stream usable.
         if (errno == 0) {
@@ -116,10 +122,7 @@ bool EFile::write(const void* buffer, unsigned int size)
         return fail();
     if (size == 0)
         return true;
-    errno = 0;
-    if (m_lastOperation != WriteOperation)
-        std::fseek(m_stream, 0, SEEK_CUR);
-    m_lastOperation = NoOperation;
+    beginTransfer(WriteOperation);
     if (std::fwrite(buffer, size, 1, m_stream) != 1)
         return fail();
     m_lastOperation = WriteOperation;

@@ -36,7 +36,7 @@ class COMMON_GUI_EXPORT EFile
 public:
     /// How open() opens the file: "rb", "wb" (creates or truncates), "rb+" (the file must exist).
     /// Any value other than ReadOnly and WriteOnly opens for reading and writing.
-    enum OpenMode { ReadOnly = 0, WriteOnly = 1, ReadWrite = 2 };
+    enum OpenMode : int { ReadOnly = 0, WriteOnly = 1, ReadWrite = 2 };
 
     EFile();
     explicit EFile(const QString& fileName);
@@ -80,6 +80,8 @@ protected:
     bool fail();
 
     enum LastOperation { NoOperation = 0, ReadOperation = 1, WriteOperation = 2 };
+    /// Clears errno and seeks in place unless the last transfer was \a operation too.
+    void beginTransfer(int operation);
 
     FILE* m_stream = nullptr;
     long m_size = -1;                   ///< taken by open() and refreshed by size()

@@ -147,13 +147,21 @@ struct Utf8Char
 };
 using Utf8Table = std::array<Utf8Char, 256>;
 
-template <typename Upper>
-constexpr Utf8Table makeUtf8Table(const Upper& upper)
+// A single-byte code page by byte value, in UTF-8 and in UTF-16 (0xFFFF where it has no character).
+struct SingleByteTables
 {
-    Utf8Table table{};
+    Utf8Table utf8;
+    std::array<char16_t, 256> utf16;
+};
+
+template <typename Upper>
+constexpr SingleByteTables makeTables(const Upper& upper)
+{
+    SingleByteTables tables{};
     for (unsigned b = 0; b < 256; ++b) {
         const unsigned c = b < 0x80 ? b : unsigned(upper[b - 0x80]);
-        Utf8Char& u = table[b];
+        tables.utf16[b] = char16_t(c);
+        Utf8Char& u = tables.utf8[b];
         if (c == 0xFFFF) {
             u = Utf8Char{0, {0, 0, 0}};
         } else if (c < 0x80) {
@@ -165,27 +173,27 @@ constexpr Utf8Table makeUtf8Table(const Upper& upper)
                              static_cast<unsigned char>(0x80 | (c & 0x3F))}};
         }
     }
-    return table;
+    return tables;
 }
 
-constexpr Utf8Table windows1251Table = makeUtf8Table(windows1251Upper);
-constexpr Utf8Table windows1252Table = makeUtf8Table(windows1252Upper);
-constexpr Utf8Table koi8rTable = makeUtf8Table(koi8rUpper);
-constexpr Utf8Table koi8uTable = makeUtf8Table(koi8uUpper);
-constexpr Utf8Table ibm866Table = makeUtf8Table(ibm866Upper);
-constexpr Utf8Table iso8859_5Table = makeUtf8Table(iso8859_5Upper);
-constexpr Utf8Table iso8859_1Table = makeUtf8Table(latin1Upper());
+constexpr SingleByteTables windows1251Tables = makeTables(windows1251Upper);
+constexpr SingleByteTables windows1252Tables = makeTables(windows1252Upper);
+constexpr SingleByteTables koi8rTables = makeTables(koi8rUpper);
+constexpr SingleByteTables koi8uTables = makeTables(koi8uUpper);
+constexpr SingleByteTables ibm866Tables = makeTables(ibm866Upper);
+constexpr SingleByteTables iso8859_5Tables = makeTables(iso8859_5Upper);
+constexpr SingleByteTables iso8859_1Tables = makeTables(latin1Upper());
 
-const Utf8Table* utf8Table(codepage_t page)
+const SingleByteTables* singleByteTables(codepage_t page)
 {
     switch (page) {
-    case CP_WINDOWS1251: return &windows1251Table;
-    case CP_WINDOWS1252: return &windows1252Table;
-    case CP_KOI8R: return &koi8rTable;
-    case CP_KOI8U: return &koi8uTable;
-    case CP_IBM866: return &ibm866Table;
-    case CP_ISO8859_5: return &iso8859_5Table;
-    case CP_ISO8859_1: return &iso8859_1Table;
+    case CP_WINDOWS1251: return &windows1251Tables;
+    case CP_WINDOWS1252: return &windows1252Tables;
+    case CP_KOI8R: return &koi8rTables;
+    case CP_KOI8U: return &koi8uTables;
+    case CP_IBM866: return &ibm866Tables;
+    case CP_ISO8859_5: return &iso8859_5Tables;
+    case CP_ISO8859_1: return &iso8859_1Tables;
     default: return nullptr;
     }
 }
@@ -260,7 +268,7 @@ void resetState(iconv_t cd)
 
 convi::convi(codepage_t from, codepage_t to)
 {
-    m_table = to == CP_UTF8 ? utf8Table(from) : nullptr;
+    m_table = to == CP_UTF8 ? singleByteTables(from) : nullptr;
     if (m_table)
         return;
     const char* fromName = iconvName(from);
@@ -283,7 +291,7 @@ convi::~convi()
 unsigned convi::get_outsize(const char* src, unsigned srcLength)
 {
     if (m_table && (src || srcLength == 0))
-        return tableOutsize(*static_cast<const Utf8Table*>(m_table), reinterpret_cast<const unsigned char*>(src), srcLength);
+        return tableOutsize(static_cast<const SingleByteTables*>(m_table)->utf8, reinterpret_cast<const unsigned char*>(src), srcLength);
     if (!m_handle || (!src && srcLength > 0))
         return 0;
     iconv_t cd = descriptor(m_handle);
@@ -313,6 +321,11 @@ unsigned convi::get_outsize(const char* src, unsigned srcLength)
     return total > 0xFFFFFFFFull ? 0 : static_cast<unsigned>(total);
 }
 
+const char16_t* convi::utf16_table() const
+{
+    return m_table ? static_cast<const SingleByteTables*>(m_table)->utf16.data() : nullptr;
+}
+
 void convi::convert_safe(const char* src, unsigned srcLength, char* dst, unsigned dstSize)
 {
     if (!dst || dstSize == 0)
@@ -321,7 +334,7 @@ void convi::convert_safe(const char* src, unsigned srcLength, char* dst, unsigne
     size_t written = 0;
     if (m_table && (src || srcLength == 0)) {
         auto* out = reinterpret_cast<unsigned char*>(dst);
-        written = static_cast<size_t>(tableConvert(*static_cast<const Utf8Table*>(m_table), reinterpret_cast<const unsigned char*>(src),
+        written = static_cast<size_t>(tableConvert(static_cast<const SingleByteTables*>(m_table)->utf8, reinterpret_cast<const unsigned char*>(src),
                                                    srcLength, out, out + (dstSize - nul)) - out);
     } else if (m_handle && (src || srcLength == 0)) {
         iconv_t cd = descriptor(m_handle);
