@@ -110,7 +110,6 @@ private slots:
     void absentControlsReportFixedValuesAndSaveZero();
     void typingEnterAndTheFindButtonDriveTheOwner();
     void optionsComeFromTheOwnGroupOnceSavedElseFromTheSharedOne();
-    void findNextSearchesWithTheSavedOptions();
     void ownerAndDialogLiveAndDieTogether();
     void f1OpensTheOwnersHelpTopic();
 };
@@ -224,10 +223,23 @@ void TestEFind::typingEnterAndTheFindButtonDriveTheOwner()
     QTest::mouseClick(child<QPushButton>(d, "cancel"), Qt::LeftButton);
     QVERIFY(!d->isVisible());
     QCOMPARE(savedGroup(QStringLiteral("Owner")), QStringLiteral("-1 1 0 0 b"));
+
+    // F3 while hidden: the saved options and text.
+    owner.searches.clear();
+    d->findNext();
+    QCOMPARE(owner.searches.size(), 1);
+    QCOMPARE(owner.searches.at(0).text, QStringLiteral("b"));
+    QVERIFY(owner.searches.at(0).caseSensitive && owner.searches.at(0).direction == -1);
+
     open(d);
     QCOMPARE(label(d), padded(LCQT__Find__1));
     QVERIFY(child<QRadioButton>(d, "up")->isChecked());
     QVERIFY(combo->lineEdit()->hasSelectedText());
+    // Options changed in the open dialog but not saved give way to the saved ones on F3.
+    QTest::mouseClick(child<QCheckBox>(d, "matchCase"), Qt::LeftButton);
+    d->findNext();
+    QVERIFY(owner.searches.last().caseSensitive);
+    QVERIFY(child<QCheckBox>(d, "matchCase")->isChecked());
 }
 
 void TestEFind::optionsComeFromTheOwnGroupOnceSavedElseFromTheSharedOne()
@@ -252,45 +264,12 @@ void TestEFind::optionsComeFromTheOwnGroupOnceSavedElseFromTheSharedOne()
     QVERIFY(d->getCaseSensitive() && !d->getWholeWord() && d->getAllColumns());
     d->hide();
 
-    writeGroup(QStringLiteral("Fresh"), {{QStringLiteral("Direction"), 1}, {QStringLiteral("Case"), 1}});
-    open(d);
-    QVERIFY(child<QRadioButton>(d, "down")->isChecked());
-    QVERIFY(!d->getAllColumns()); // no "Column" key: unchecked, although the box starts checked
-    d->hide();
-
     // A dialog that was never shown saves nothing when hidden: the shared group keeps the user's options.
     RecordingOwner idle("Idle");
     const QString shared = savedGroup(QStringLiteral("EFindOwner"));
     idle.getFindDialog()->hide();
     QCOMPARE(savedGroup(QStringLiteral("Idle")), QStringLiteral("- - - - -"));
     QCOMPARE(savedGroup(QStringLiteral("EFindOwner")), shared);
-}
-
-void TestEFind::findNextSearchesWithTheSavedOptions()
-{
-    RecordingOwner owner("Owner");
-    EFind* d = owner.getFindDialog();
-    open(d);
-    auto* combo = child<EComboState>(d, "Find_what");
-    QTest::keyClicks(combo, QStringLiteral("gamma"));
-    QTest::mouseClick(child<QCheckBox>(d, "wholeWord"), Qt::LeftButton);
-    d->hide();
-    owner.searches.clear();
-
-    // While hidden (F3 in the owner): the saved options.
-    d->findNext();
-    QCOMPARE(owner.searches.size(), 1);
-    QVERIFY(owner.searches.at(0).wholeWord);
-    QCOMPARE(owner.searches.at(0).text, QStringLiteral("gamma"));
-    QCOMPARE(label(d), padded(LCQT__Find_Next__0));
-
-    // Unsaved changes in the open dialog give way to the saved options.
-    open(d);
-    QTest::mouseClick(child<QCheckBox>(d, "wholeWord"), Qt::LeftButton);
-    QTest::mouseClick(child<QCheckBox>(d, "matchCase"), Qt::LeftButton);
-    d->findNext();
-    QVERIFY(owner.searches.last().wholeWord && !owner.searches.last().caseSensitive);
-    QVERIFY(child<QCheckBox>(d, "wholeWord")->isChecked());
 }
 
 void TestEFind::ownerAndDialogLiveAndDieTogether()

@@ -19,19 +19,23 @@ class QRadioButton;
 /// find() back.
 ///
 /// \code
-/// class HostView : public QWidget, public EFindOwner
+/// class TablePage : public QWidget, public EFindOwner      // from the gallery's table page
 /// {
 /// public:
-///     HostView() : EFindOwner("HostView") { makeFindDialog(this, 15, "hosts.html"); }
+///     TablePage() : EFindOwner("GalleryTable")
+///     {
+///         makeFindDialog(this, EFind::MatchCase | EFind::WholeWord | EFind::AllColumns | EFind::Direction,
+///                        "find.html");
+///         connect(findButton, &QPushButton::clicked, findDialog, &EFind::findFirst);   // "Find..."
+///         connect(nextButton, &QPushButton::clicked, findDialog, &EFind::findNext);    // F3
+///     }
 ///     bool find() override
 ///     {
-///         EFind* options = getFindDialog();
-///         return table->find(options->getText(), options->getCaseSensitive() ? Qt::CaseSensitive
-///                            : Qt::CaseInsensitive, options->getWholeWord(), options->getAllColumns(),
-///                            options->getDirection(), false);
+///         return table->find(findDialog->getText(), findDialog->getCaseSensitive() ? Qt::CaseSensitive
+///                            : Qt::CaseInsensitive, findDialog->getWholeWord(), findDialog->getAllColumns(),
+///                            findDialog->getDirection(), false);   // plus the restart question
 ///     }
 /// };
-/// // Ctrl+F: getFindDialog()->findFirst();  F3: getFindDialog()->findNext();
 /// \endcode
 class COMMON_GUI_EXPORT EFindOwner
 {

@@ -12,6 +12,30 @@
 #include <QShortcut>
 #include <QTextBlock>
 
+#include <algorithm>
+
+namespace {
+
+/// Lines longer than this are wrapped anywhere rather than at word boundaries.
+constexpr int longLineLength = 16384;
+
+bool hasLongLine(const QString& text)
+{
+    if (text.size() <= longLineLength)
+        return false;
+    const QChar* begin = text.constData();
+    const QChar* const end = begin + text.size();
+    while (end - begin > longLineLength) {
+        const QChar* lineEnd = std::find(begin, begin + longLineLength + 1, QLatin1Char('\n'));
+        if (lineEnd - begin > longLineLength)
+            return true;
+        begin = lineEnd + 1;
+    }
+    return false;
+}
+
+} // namespace
+
 EPlainTextEdit::EPlainTextEdit(bool shortcuts)
     : QPlainTextEdit(nullptr)
     , EFindOwner("EPlainTextEdit")
@@ -54,13 +78,25 @@ QSize EPlainTextEdit::sizeHint() const
 void EPlainTextEdit::setText(const QString& text)
 {
     // Texts read whole from a file may carry the terminating NUL of a C string.
-    if (!text.isEmpty() && text.at(text.size() - 1) == QChar(0))
-        setPlainText(text.left(text.size() - 1));
-    else
-        setPlainText(text);
-    // Editor windows take their titles from modificationChanged: an empty text replacing an empty
-    // document must still send it, hence the detour through "modified".
-    if (text.isEmpty())
+    const bool nulEnded = !text.isEmpty() && text.at(text.size() - 1) == QChar(0);
+    // Word wrapping looks for a word boundary from every break to the end of a line, so a long
+    // line without blanks (a base64 blob) would take minutes to lay out: break such lines anywhere.
+    // The mode changes while the long line is not in the document, or it would be laid out again.
+    const bool longLine = hasLongLine(text);
+    if (longLine && wordWrapMode() != QTextOption::WrapAnywhere) {
+        wrapModeBeforeLongLine = int(wordWrapMode());
+        setPlainText(QString());
+        setWordWrapMode(QTextOption::WrapAnywhere);
+    }
+    setPlainText(nulEnded ? text.left(text.size() - 1) : text);
+    if (!longLine && wrapModeBeforeLongLine >= 0) {
+        setWordWrapMode(QTextOption::WrapMode(wrapModeBeforeLongLine));
+        wrapModeBeforeLongLine = -1;
+    }
+    // Editor windows take their titles from modificationChanged. Emptying an empty document sends
+    // no such signal, or a stray "modified" one, hence the detour through "modified": also for a
+    // lone NUL, which shows as an empty text too.
+    if (text.isEmpty() || (nulEnded && text.size() == 1))
         document()->setModified(true);
     document()->setModified(false);
 }

@@ -33,6 +33,7 @@ public:
 
     /// Shows \a text, without its last character when that is a NUL, and marks the document
     /// unmodified. modificationChanged is emitted even when an empty text replaces an empty one.
+    /// A text with a line over 16,384 characters is wrapped anywhere, not at word boundaries.
     void setText(const QString& text);
     /// The document's modified flag.
     bool isModified() const;
@@ -60,6 +61,10 @@ protected:
 
     LineNumberArea* lineNumberArea = nullptr; ///< the gutter, a child of the editor
     QSize preferredSize = QSize(-1, -1);
+
+private:
+    /// The wrap mode to go back to once no line is long enough to need WrapAnywhere; -1: none.
+    int wrapModeBeforeLongLine = -1;
 
 private slots:
     void updateLineNumberAreaWidth(int newBlockCount);
