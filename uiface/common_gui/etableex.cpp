@@ -372,6 +372,9 @@ void ETableEx::adjustForCellTypeMask(int mask)
         height = std::max(height, 20);
     else if (height < 1)
         return;
+    // The table keeps rows at least one text line high; bars and editors may ask for less.
+    if (height < verticalHeader()->minimumSectionSize())
+        verticalHeader()->setMinimumSectionSize(height);
     verticalHeader()->setDefaultSectionSize(height);
 }
 
