@@ -78,6 +78,13 @@ void TestETableWidget::nullTitlesGiveParameterAndValueWithStretchingValue()
         QCOMPARE(three.horizontalHeader()->sectionResizeMode(c), QHeaderView::Interactive);
     QCOMPARE(three.widgetModel()->getHeader(3), QString());
     QCOMPARE(three.widgetModel()->getHeader(-1), QString());
+
+    // Null titles for more columns than the default table has: untitled, never read past it.
+    ETableWidget wide(nullptr, 5, nullptr);
+    for (int c = 0; c < 5; ++c)
+        QCOMPARE(wide.model()->headerData(c, Qt::Horizontal).toString(), QString());
+    ETableWidget single(nullptr, 1, nullptr);
+    QCOMPARE(single.model()->headerData(0, Qt::Horizontal).toString(), LCQT__Parameter);
 }
 
 void TestETableWidget::parentIsNotTakenOver()

@@ -11,11 +11,17 @@ namespace {
 
 const QString* defaultTitles[] = {&LCQT__Parameter, &LCQT__Value};
 
+// The default table has two titles: a wider table without titles gets none rather than reading past it.
+const QString** titlesFor(unsigned int columns, const QString** titles)
+{
+    return titles || columns > 2 ? titles : defaultTitles;
+}
+
 } // namespace
 
 // The parent is deliberately not passed on: whoever lays the widget out adopts it.
 ETableWidget::ETableWidget(QWidget*, unsigned int columns, const QString** titles)
-    : ETable(new ETableWidgetModel(columns, titles ? titles : defaultTitles), true, nullptr)
+    : ETable(new ETableWidgetModel(columns, titlesFor(columns, titles)), true, nullptr)
 {
     if (columns == 2) {
         setWideColumn(1, true);

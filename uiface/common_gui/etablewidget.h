@@ -26,7 +26,8 @@ class COMMON_GUI_EXPORT ETableWidget : public ETable
     Q_OBJECT
 public:
     /// A table with \a columns columns titled by \a titles (one pointer per column, kept, not
-    /// copied; "Parameter" and "Value" when null). With exactly 2 columns the second one takes the
+    /// copied; "Parameter" and "Value" when null, no titles for a null with more than 2 columns).
+    /// With exactly 2 columns the second one takes the
     /// free width and the first one follows its contents.
     /// \note \a parent is not used: the widget gets its parent from the layout or the caller.
     ETableWidget(QWidget* parent, unsigned int columns, const QString** titles);
