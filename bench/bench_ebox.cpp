@@ -26,18 +26,8 @@
 
 namespace {
 
-long heapInUse()
-{
-    return long(mallinfo2().uordblks);
-}
-
-// Gives the freed memory of the last round back, so that no contender pays in its timed part for
-// consolidating the previous one's millions of small free chunks.
-void settleHeap()
-{
-    if (!std::getenv("CG_BENCH_NO_TRIM"))
-        malloc_trim(0);
-}
+using CgBench::heapInUse;
+using CgBench::settleHeap;
 
 // An 11-character text, "row 0012345", built without formatting so the texts cost the same for
 // every contender.

@@ -29,4 +29,11 @@ inline void rowSizes(benchmark::internal::Benchmark* b)
 /// Resident memory of the process in bytes, from /proc/self/statm.
 long residentBytes();
 
+/// Bytes of the heap in use (glibc mallinfo2().uordblks): operator new and malloc alike.
+long heapInUse();
+
+/// Gives the freed memory of the last round back, so that no contender pays in its timed part for
+/// consolidating the previous one's millions of small free chunks (unless CG_BENCH_NO_TRIM is set).
+void settleHeap();
+
 } // namespace CgBench

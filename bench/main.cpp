@@ -5,6 +5,7 @@
 #include <QApplication>
 
 #include <cstdio>
+#include <malloc.h>
 #include <unistd.h>
 
 long CgBench::residentBytes()
@@ -16,6 +17,17 @@ long CgBench::residentBytes()
         std::fclose(f);
     }
     return resident * ::sysconf(_SC_PAGESIZE);
+}
+
+long CgBench::heapInUse()
+{
+    return long(mallinfo2().uordblks);
+}
+
+void CgBench::settleHeap()
+{
+    if (!std::getenv("CG_BENCH_NO_TRIM"))
+        malloc_trim(0);
 }
 
 int main(int argc, char** argv)
