@@ -124,6 +124,7 @@ private slots:
 
     void connectorsDeliverUserActions();
     void badInputIsIgnored();
+    void longListReachesItsLastRowAtOnce();
 };
 
 // ------------------------------------------------------------------------------------ arrays
@@ -563,6 +564,29 @@ void TestEBox::badInputIsIgnored()
     box.boxModel()->moveSelectedTo(other.boxModel());
     QCOMPARE(texts(*other.boxModel()), QStringLiteral("AB"));
     QCOMPARE(texts(*box.boxModel()), QStringLiteral("C"));
+}
+
+void TestEBox::longListReachesItsLastRowAtOnce()
+{
+    EBox box;
+    ObjectVector<EBoxItem> items;
+    for (int i = 0; i < 30000; ++i)
+        items.append(new EBoxItem(QString::number(i)));
+    box.boxModel()->appendSteal(items);
+    box.resize(200, 300);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+
+    // Right after showing, the last row is reached by scrolling and by the keyboard.
+    const QModelIndex last = box.boxModel()->index(29999, 0);
+    box.scrollTo(last);
+    QVERIFY(box.viewport()->rect().contains(box.visualRect(last)));
+    box.setCurrentIndex(box.boxModel()->index(0, 0));
+    QTest::keyClick(&box, Qt::Key_End);
+    QCOMPARE(box.currentIndex().row(), 29999);
+    // Every row gets its place once events have run.
+    QTRY_VERIFY(!box.visualRect(box.boxModel()->index(25000, 0)).isEmpty());
+    QCOMPARE(box.indexAt(box.visualRect(last).center()), last);
 }
 
 CG_TEST_MAIN(TestEBox)

@@ -500,6 +500,10 @@ EBox::EBox(QWidget* parent)
     setTextElideMode(Qt::ElideRight);
     // Every row has the same height, so a long list is laid out without measuring each row.
     setUniformItemSizes(true);
+    // Lay out the first rows before showing and the rest while events are processed: the first
+    // paint of a million rows then costs what it costs for ten thousand.
+    setLayoutMode(QListView::Batched);
+    setBatchSize(layoutBatch);
     m_model = new EBoxModel(this);
     setModel(m_model);
 }
@@ -507,6 +511,17 @@ EBox::EBox(QWidget* parent)
 EBox::~EBox()
 {
     delete m_model;
+}
+
+void EBox::scrollTo(const QModelIndex& index, ScrollHint hint)
+{
+    // A row beyond the rows laid out so far has no place yet: finish the layout first.
+    if (index.isValid() && index.row() >= layoutBatch && visualRect(index).isEmpty()) {
+        setLayoutMode(QListView::SinglePass);
+        doItemsLayout();
+        setLayoutMode(QListView::Batched);
+    }
+    QListView::scrollTo(index, hint);
 }
 
 void EBox::setSelected(int row, bool selected)

@@ -336,6 +336,10 @@ public:
     /// customContextMenuRequested(const QPoint&); switches to a custom context menu.
     bool setSlotForContextMenu(QObject* receiver, const char* slot);
 
+    /// Also reaches rows that the batched layout has not placed yet.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
 private:
+    static constexpr int layoutBatch = 10000;
     EBoxModel* m_model = nullptr;
 };
