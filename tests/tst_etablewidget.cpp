@@ -123,6 +123,20 @@ void TestETableWidget::rowsComeAndGoWithoutNotifications()
     QCOMPARE(column(model, 1), (QStringList{"0", "1", "3", "4", "5"}));
     QCOMPARE(inserted.count() + removed.count() + reset.count(), 0);
 
+    // Emptied and filled again: the cells given back are made anew, empty.
+    while (model.getRowCount())
+        model.removeRow(0);
+    QCOMPARE(model.addRow(), 0);
+    QVERIFY(model.cell(0, 1)->text.isEmpty());
+    {
+        ETableWidgetModel other(2, nullptr); // cells of two models share one pool
+        other.addRows(100);
+        model.addRows(100);
+        other.cell(99, 1)->text = QStringLiteral("other");
+    }
+    QCOMPARE(model.getRowCount(), 101);
+    QVERIFY(model.cell(100, 2)->text.isEmpty());
+
     ETableWidgetModel noColumns(0, nullptr);
     QCOMPARE(noColumns.addRow(), -1);
     QCOMPARE(noColumns.getRowCount(), 0);

@@ -43,10 +43,15 @@ void ETableWidget::resetModel(unsigned int columns, const QString** titles)
 
 void ETableWidget::setCell(int row, int column, const QString& text, QPixmap* icon, void* data)
 {
+    setCell(row, column, QString(text), icon, data);
+}
+
+void ETableWidget::setCell(int row, int column, QString&& text, QPixmap* icon, void* data)
+{
     ETableWidgetModel::Cell* c = widgetModel()->cell(row, column);
     if (!c)
         return;
-    c->text = text;
+    c->text = std::move(text);
     c->icon = icon;
     c->data = data;
 }

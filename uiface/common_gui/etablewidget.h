@@ -41,4 +41,6 @@ public:
     /// Sets the text, icon and data of an existing cell and keeps its tool tip. No notification is
     /// sent: fill before showing, or refresh the view. A cell that does not exist is ignored.
     void setCell(int row, int column, const QString& text, QPixmap* icon, void* data);
+    /// The same, taking the text over without copying it.
+    void setCell(int row, int column, QString&& text, QPixmap* icon, void* data);
 };

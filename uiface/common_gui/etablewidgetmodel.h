@@ -9,6 +9,8 @@
 
 #include <QString>
 
+#include <cstddef>
+
 class QPixmap;
 
 /// A table model that keeps its cells itself: a text, a tool tip, an icon and a data pointer per
@@ -19,9 +21,13 @@ class COMMON_GUI_EXPORT ETableWidgetModel : public ETableModel
     Q_OBJECT
 public:
     /// One cell; the icon and the data pointer belong to the caller.
+    /// Cells come from a pool of the GUI thread: make and delete them on that thread only.
     class COMMON_GUI_EXPORT Cell
     {
     public:
+        static void* operator new(std::size_t size);
+        static void operator delete(void* cell, std::size_t size);
+
         QString text;
         QString toolTip;        ///< empty: the text serves as tool tip
         QPixmap* icon = nullptr;
