@@ -5,66 +5,15 @@
 #include <QPixmap>
 
 #include <algorithm>
-#include <vector>
-
-// ---------------------------------------------------------------- cell pool
 
 namespace {
 
-// Cells are small and made by the hundred thousand: they come from slabs instead of one heap
-// block each, which halves the allocations of a fill and the heap's overhead per cell. Freed cells
-// go on a free list; when the last cell is freed the slabs go back to the heap.
-class CellPool
+// Cells are small and made by the hundred thousand: a pool halves the allocations of a fill and
+// the heap's overhead per cell. Never destroyed: cells of models that outlive main() come back to it.
+FixedPool& cellPool()
 {
-public:
-    void* take()
-    {
-        ++live;
-        if (freeList) {
-            void* cell = freeList;
-            freeList = *static_cast<void**>(cell);
-            return cell;
-        }
-        if (slabs.empty() || used == slabSize) {
-            slabSize = std::min(64 << std::min(int(slabs.size()), 7), 8192);
-            slabs.push_back(static_cast<char*>(::operator new(std::size_t(slabSize) * cellSize)));
-            used = 0;
-        }
-        return slabs.back() + std::size_t(used++) * cellSize;
-    }
-
-    void give(void* cell)
-    {
-        *static_cast<void**>(cell) = freeList;
-        freeList = cell;
-        if (--live == 0)
-            release();
-    }
-
-    ~CellPool() { release(); }
-
-private:
-    void release()
-    {
-        for (char* slab : slabs)
-            ::operator delete(slab);
-        slabs.clear();
-        freeList = nullptr;
-        used = 0;
-    }
-
-    static constexpr std::size_t cellSize = sizeof(ETableWidgetModel::Cell);
-    std::vector<char*> slabs;
-    void* freeList = nullptr;
-    std::size_t live = 0;
-    int used = 0;
-    int slabSize = 0;
-};
-
-CellPool& cellPool()
-{
-    static CellPool pool;
-    return pool;
+    static FixedPool* pool = new FixedPool(sizeof(ETableWidgetModel::Cell));
+    return *pool;
 }
 
 } // namespace
