@@ -46,17 +46,7 @@ QString rowText(int value)
     return s;
 }
 
-// Row values in a fixed random order, so that sorting has work to do.
-const std::vector<int>& shuffled(int n)
-{
-    static std::vector<int> values;
-    if (int(values.size()) != n) {
-        values.resize(size_t(n));
-        std::iota(values.begin(), values.end(), 0);
-        std::shuffle(values.begin(), values.end(), std::mt19937(20240601));
-    }
-    return values;
-}
+using CgBench::shuffled;
 
 void perRow(benchmark::State& state, long bytes)
 {

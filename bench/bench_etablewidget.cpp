@@ -10,8 +10,6 @@
 #include <QTableWidget>
 
 #include <memory>
-#include <numeric>
-#include <random>
 #include <vector>
 
 namespace {
@@ -37,17 +35,7 @@ QString cellText(int value, char column)
     return s;
 }
 
-// Row numbers in a fixed random order, so that sorting has work to do.
-const std::vector<int>& shuffled(int n)
-{
-    static std::vector<int> values;
-    if (int(values.size()) != n) {
-        values.resize(size_t(n));
-        std::iota(values.begin(), values.end(), 0);
-        std::shuffle(values.begin(), values.end(), std::mt19937(20261123));
-    }
-    return values;
-}
+using CgBench::shuffled;
 
 std::unique_ptr<ETableWidget> fillOurs(int n)
 {

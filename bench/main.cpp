@@ -4,7 +4,10 @@
 
 #include <QApplication>
 
+#include <algorithm>
 #include <cstdio>
+#include <numeric>
+#include <random>
 #include <malloc.h>
 #include <unistd.h>
 
@@ -28,6 +31,17 @@ void CgBench::settleHeap()
 {
     if (!std::getenv("CG_BENCH_NO_TRIM"))
         malloc_trim(0);
+}
+
+const std::vector<int>& CgBench::shuffled(int n)
+{
+    static std::vector<int> values;
+    if (int(values.size()) != n) {
+        values.resize(size_t(n));
+        std::iota(values.begin(), values.end(), 0);
+        std::shuffle(values.begin(), values.end(), std::mt19937(20240601));
+    }
+    return values;
 }
 
 int main(int argc, char** argv)
