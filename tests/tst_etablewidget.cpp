@@ -10,7 +10,6 @@
 #include <QHeaderView>
 #include <QPixmap>
 #include <QPointer>
-#include <QRandomGenerator>
 
 namespace {
 
@@ -56,7 +55,6 @@ private slots:
     void setCellKeepsToolTipAndIgnoresMissingCells();
     void sortMovesWholeRows_data();
     void sortMovesWholeRows();
-    void sortAgreesWithQStringOrder();
     void resetModelReplacesAndDeletesTheOldModel();
     void headerClickSortsTheTable();
     void modelPassesTheTester();
@@ -230,27 +228,6 @@ void TestETableWidget::sortMovesWholeRows()
         QCOMPARE(model->cell(at, 1), firstRowCell);
         QCOMPARE(model->cell(at, 1)->toolTip, QStringLiteral("tip of the first row"));
     }
-}
-
-void TestETableWidget::sortAgreesWithQStringOrder()
-{
-    QRandomGenerator random(20261123);
-    QStringList names;
-    const QString alphabet = QStringLiteral("aAbBzZ09_ \u00e9\u0416");
-    for (int i = 0; i < 3000; ++i) {
-        QString name;
-        for (int n = random.bounded(0, 5); n >= 0; --n)
-            name += alphabet.at(random.bounded(alphabet.size()));
-        names << name + QStringLiteral("#") + QString::number(i); // unique, so rows are recognisable
-    }
-    ETableWidget table(nullptr, 3, threeTitles);
-    fill(table, names);
-    table.widgetModel()->sort(0, Qt::DescendingOrder);
-    QStringList expected = names;
-    std::sort(expected.begin(), expected.end(), [](const QString& a, const QString& b) { return b < a; });
-    QCOMPARE(column(*table.widgetModel(), 0), expected);
-    for (int r = 0; r < expected.size(); r += 97)
-        QCOMPARE(table.widgetModel()->getCell(r, 2), expected[r] + QStringLiteral("-c"));
 }
 
 void TestETableWidget::resetModelReplacesAndDeletesTheOldModel()

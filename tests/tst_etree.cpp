@@ -67,7 +67,6 @@ private slots:
     void headersAndFontAndUserData();
     void pendingWidgetIsOwnedUntilTheItemEntersATree();
     void pendingWidgetsReachTheTreeThroughTheSubtree();
-    void widgetGoesStraightToATreeItem();
     void toolTipsCopyTheTexts();
     void expandStateIsReadByDepth_data();
     void expandStateIsReadByDepth();
@@ -170,18 +169,6 @@ void TestETree::pendingWidgetsReachTheTreeThroughTheSubtree()
     tree.clear();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!onRoot && !onChild && !onGrandchild && !onLate);
-}
-
-void TestETree::widgetGoesStraightToATreeItem()
-{
-    ETree tree(headers);
-    ETreeItem* row = item(QStringLiteral("r"));
-    tree.addTopLevelItem(row);
-    auto* label = new QLabel;
-    row->setCustomWidget(1, label);
-    QCOMPARE(tree.itemWidget(row, 1), label);
-    QVERIFY(label->autoFillBackground());
-    QVERIFY(!row->data(1, Qt::UserRole).isValid());
 }
 
 void TestETree::toolTipsCopyTheTexts()
