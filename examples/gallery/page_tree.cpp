@@ -102,13 +102,14 @@ public:
         {
             ESettings s(group());
             tree->loadState(s, "Columns");
-            QList<int> flags;
-            ESettings::getList("Expanded", flags, s);
-            if (flags.size() == zones * flagsPerZone) {
+            // One '0' or '1' per row, zone after zone in pre-order; anything else reads as nothing saved.
+            const QString flags = s.value(QStringLiteral("Expanded")).toString();
+            if (flags.size() == zones * flagsPerZone
+                && flags.count(QLatin1Char('0')) + flags.count(QLatin1Char('1')) == flags.size()) {
                 for (int z = 0; z < zones; ++z) {
                     QVector<bool> states;
                     for (int i = 0; i < flagsPerZone; ++i)
-                        states << (flags.at(z * flagsPerZone + i) != 0);
+                        states << (flags.at(z * flagsPerZone + i) == QLatin1Char('1'));
                     static_cast<ETreeItem*>(tree->topLevelItem(z))->loadExpandState(states);
                 }
             } else {
@@ -147,14 +148,14 @@ public:
     {
         ESettings s(group());
         tree->saveState(s, "Columns");
-        QList<int> flags;
+        QString flags;
         for (int z = 0; z < tree->topLevelItemCount(); ++z) {
             QVector<bool> states;
             static_cast<ETreeItem*>(tree->topLevelItem(z))->saveExpandState(states);
             for (bool on : states)
-                flags << int(on);
+                flags += on ? QLatin1Char('1') : QLatin1Char('0');
         }
-        ESettings::setList("Expanded", flags, s);
+        s.setValue(QStringLiteral("Expanded"), flags);
     }
 
 private slots:
