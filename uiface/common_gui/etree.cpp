@@ -76,8 +76,10 @@ void* ETreeItem::getUserData() const
 
 void ETreeItem::setCustomWidget(int column, QWidget* widget)
 {
-    if (column < 0)
+    if (column < 0) {
+        delete widget; // handed over all the same: nobody else would delete it
         return;
+    }
     if (widget)
         widget->setAutoFillBackground(true);
     if (QTreeWidget* tree = treeWidget()) {

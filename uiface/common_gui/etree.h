@@ -32,6 +32,7 @@ public:
 
     /// Puts \a widget into the cell (null removes it). In a tree it goes to the tree at once;
     /// otherwise the item keeps it pending and owns it: a different pending widget is deleted.
+    /// A widget for a negative column is deleted at once.
     void setCustomWidget(int column, QWidget* widget);
     /// Hands the pending widgets of this item and of its subtree to the tree; nothing outside a tree.
     void updateCustomWidgets();
