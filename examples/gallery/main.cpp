@@ -54,7 +54,6 @@ public:
         auto* layout = new QHBoxLayout(central);
         list = new QListWidget(central);
         list->setObjectName(QStringLiteral("pageList"));
-        list->setMaximumWidth(200);
         stack = new QStackedWidget(central);
         layout->addWidget(list);
         layout->addWidget(stack, 1);
@@ -66,6 +65,9 @@ public:
             w->setObjectName(page.id);
             stack->addWidget(w);
         }
+        // As wide as the longest title: the list never needs a horizontal scroll bar.
+        list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        list->setFixedWidth(list->sizeHintForColumn(0) + 2 * list->frameWidth() + 8);
         connect(list, &QListWidget::currentRowChanged, stack, &QStackedWidget::setCurrentIndex);
         list->setCurrentRow(0);
 
