@@ -101,7 +101,6 @@ void TestEPassword::typedPasswordShowsItsLevelInColour_data()
     QTest::newRow("euro sign and caret are symbols") << QString::fromUtf8("abcdEF12€^") << 2;
     QTest::newRow("underscore and hyphen are punctuation") << QStringLiteral("abcdEF12_-") << 3;
     QTest::newRow("Cyrillic of every kind") << QString::fromUtf8("пароЛЬ123,") << 3;
-    QTest::newRow("Cyrillic lower case and digits") << QString::fromUtf8("пароль1") << 1;
     QTest::newRow("Greek upper, lower, digit") << QString::fromUtf8("ΑλφαΒ1") << 2;
     QTest::newRow("CJK letters have no case") << QString::fromUtf8("密码密码密码密码1!") << 2;
     QTest::newRow("Arabic-Indic digits are digits") << QString::fromUtf8("abcDE٣") << 2;
@@ -164,8 +163,6 @@ void TestEPassword::acceptReportsTheMismatchBeforeTheStrength_data()
     QTest::addColumn<QString>("message");
     QTest::newRow("weak and mistyped: the mismatch") << 3 << QStringLiteral("abc") << QStringLiteral("abd")
                                                      << LCQT__Passwords_do_not_match;
-    QTest::newRow("strong and mistyped") << 3 << QStringLiteral("abcdEF12!") << QStringLiteral("abcdEF12?")
-                                         << LCQT__Passwords_do_not_match;
     QTest::newRow("case counts in the match") << 0 << QStringLiteral("Secret") << QStringLiteral("secret")
                                               << LCQT__Passwords_do_not_match;
     QTest::newRow("equal but weak") << 3 << QStringLiteral("abcDE1!") << QStringLiteral("abcDE1!")

@@ -220,13 +220,11 @@ void TestEPlainTextEdit::setTextDropsOneTrailingNulAndLeavesTheTextUnmodified_da
     QTest::addColumn<bool>("typedBefore"); // the user edited the previous text
     const QChar nul(0);
     QTest::newRow("plain over edited") << "abc" << "abc" << true;
-    QTest::newRow("plain over unedited") << "abc" << "abc" << false;
     QTest::newRow("trailing NUL") << QStringLiteral("abc") + nul << "abc" << false;
     QTest::newRow("two trailing NULs") << QStringLiteral("ab") + nul + nul << QStringLiteral("ab") + nul << true;
     QTest::newRow("inner NUL") << QStringLiteral("a") + nul + QStringLiteral("b")
                                << QStringLiteral("a") + nul + QStringLiteral("b") << false;
     QTest::newRow("only a NUL") << QString(nul) << "" << false;
-    QTest::newRow("empty over unedited") << "" << "" << false;
     QTest::newRow("empty over edited") << "" << "" << true;
 }
 
@@ -274,7 +272,6 @@ void TestEPlainTextEdit::findAsksToRestartUnlessItStartedAtTheEnd_data()
     QTest::newRow("upwards") << -1 << "one" << S{"up"} << S{} << S{} << 14 << true;
     QTest::newRow("upwards from the end: no question") << -1 << "zzz" << S{"up"} << S{"ok"} << S{none} << -1 << true;
     QTest::newRow("below, restarted upwards") << 6 << "four" << S{"up"} << S{"ok"} << S{above} << 18 << true;
-    QTest::newRow("below, declined upwards") << 6 << "four" << S{"up"} << S{"cancel"} << S{above} << -1 << false;
     QTest::newRow("case ignored") << 0 << "three" << S{} << S{} << S{} << 8 << true;
     QTest::newRow("case matched") << 0 << "three" << S{"matchCase"} << S{"ok"} << S{none} << -1 << true;
     QTest::newRow("whole words") << 1 << "on" << S{"wholeWord"} << S{"ok", "ok"} << S{below, none} << -1 << true;

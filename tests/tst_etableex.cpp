@@ -101,6 +101,15 @@ struct Shown
     }
     QModelIndex at(int row, int column) const { return model->index(row, column); }
     QWidget* editorAt(int row, int column) const { return table.indexWidget(at(row, column)); }
+    // Shows the table, makes the combo cell of \a row current and forgets the calls so far.
+    ETableComboBox* comboAt(int row)
+    {
+        if (!QTest::qWaitForWindowExposed(&table))
+            return nullptr;
+        table.setCurrentIndex(at(row, ComboColumn));
+        model->calls.clear();
+        return qobject_cast<ETableComboBox*>(editorAt(row, ComboColumn));
+    }
 };
 
 // The progress cell painted into an image of the cell's size, with a label font that has no
@@ -171,9 +180,6 @@ void TestETableEx::flagsAndCheckStateFollowTheKind()
     QCOMPARE(model.index(1, CheckColumn).data(Qt::CheckStateRole).toInt(), int(Qt::Checked));
     QCOMPARE(model.flags(QModelIndex()), Qt::ItemFlags(Qt::ItemIsEnabled));
     QVERIFY(!model.data(QModelIndex(), Qt::CheckStateRole).isValid());
-    QCOMPARE(model.getColumnCount(), int(Columns));
-    QCOMPARE(model.getHeader(2), QString()); // no titles given
-    QCOMPARE(model.getHeader(99), QString());
 
     // A mixed kind is editable by its bits; an unknown kind gets nothing.
     struct Mixed : JobModel
@@ -258,11 +264,8 @@ void TestETableEx::comboEditorFollowsTheCurrentCell()
 void TestETableEx::arrowKeysInTheComboCommitNothingUntilEnter()
 {
     Shown s;
-    QVERIFY(QTest::qWaitForWindowExposed(&s.table));
-    s.table.setCurrentIndex(s.at(0, ComboColumn));
-    auto* combo = qobject_cast<ETableComboBox*>(s.editorAt(0, ComboColumn));
+    ETableComboBox* combo = s.comboAt(0);
     QVERIFY(combo);
-    s.model->calls.clear();
 
     QTest::keyClick(combo, Qt::Key_Down);
     QTest::keyClick(combo, Qt::Key_Down);
@@ -281,11 +284,8 @@ void TestETableEx::arrowKeysInTheComboCommitNothingUntilEnter()
 void TestETableEx::mouseChoiceInTheComboCommitsAtOnce()
 {
     Shown s;
-    QVERIFY(QTest::qWaitForWindowExposed(&s.table));
-    s.table.setCurrentIndex(s.at(3, ComboColumn));
-    auto* combo = qobject_cast<ETableComboBox*>(s.editorAt(3, ComboColumn));
+    ETableComboBox* combo = s.comboAt(3);
     QVERIFY(combo);
-    s.model->calls.clear();
     QSignalSpy changed(s.model, &QAbstractItemModel::dataChanged);
 
     combo->showPopup();
@@ -365,7 +365,6 @@ void TestETableEx::rowHeightFitsTheEditors_data()
     const int edit = EEditBox().sizeHint().height();
     QTest::newRow("progress alone") << 16 << std::max(20, -1);
     QTest::newRow("text keeps the table's height") << 1 << standard;
-    QTest::newRow("check box keeps it") << 2 << standard;
     QTest::newRow("text and check box") << 3 << standard;
     QTest::newRow("combo") << 4 << combo;
     QTest::newRow("edit") << 8 << edit;
@@ -391,7 +390,6 @@ void TestETableEx::progressBarPixels_data()
     QTest::newRow("a third truncates") << 33 << 33;
     QTest::newRow("full") << 100 << 100;
     QTest::newRow("above 100 is full") << 150 << 100;
-    QTest::newRow("nothing") << 0 << 0;
     QTest::newRow("negative is empty") << -5 << 0;
 }
 
@@ -414,9 +412,6 @@ void TestETableEx::progressBarPixels()
     QCOMPARE(QColor(image.pixel(100, 10)), QColor(border));
     QCOMPARE(QColor(image.pixel(40, 0)), QColor(border));
     QCOMPARE(QColor(image.pixel(40, 20)), QColor(border));
-    // The cell's last column and row are not covered (the bar is one pixel narrower than w + 1).
-    QCOMPARE(QColor(image.pixel(50, 20)), QColor(border));
-    QCOMPARE(image.pixel(100, 10), image.pixel(100, 3));
 }
 
 void TestETableEx::progressLabelIsClampedAndShadowed()

@@ -196,8 +196,6 @@ void TestETree::expandStateIsReadByDepth_data()
     // root with children A and B: both children read the second flag.
     QTest::newRow("siblings share their depth's flag") << QVector<int>{2, 0, 0} << QVector<bool>{true, false, true}
                                                       << QVector<bool>{true, false, false};
-    QTest::newRow("siblings share it when true") << QVector<int>{2, 0, 0} << QVector<bool>{false, true, false}
-                                                 << QVector<bool>{false, true, true};
     // root(A(A1), B(B1)): A and B take states[1], A1 and B1 states[2].
     QTest::newRow("two levels of siblings") << QVector<int>{2, 1, 0, 1, 0}
                                             << QVector<bool>{true, true, false, false, true}
@@ -295,7 +293,6 @@ void TestETree::damagedHeaderStateReadsAsNothingSaved_data()
     QTest::newRow("empty") << QVariant(QByteArray());
     QTest::newRow("garbage bytes") << QVariant(QByteArray("\x00\x00\x00\xff garbage", 12));
     QTest::newRow("a text") << QVariant(QStringLiteral("wide columns please"));
-    QTest::newRow("a number") << QVariant(42);
 }
 
 void TestETree::damagedHeaderStateReadsAsNothingSaved()
