@@ -56,7 +56,7 @@ QVector<Element> elementsOf(const QStringList& names)
 {
     QVector<Element> list;
     for (const QString& name : names)
-        list.append({name, 100 + list.size(), nullptr});
+        list.append({name, 100 + int(list.size()), nullptr});
     return list;
 }
 
