@@ -57,8 +57,11 @@ public:
 using Action = std::function<void(QWidget*)>;
 
 /// \a box with its every-change and user-change connectors wired to \a c, shown in \a window; null if a step failed.
-template<class Box, class Connector>
-QWidget* shown(Box* box, Connector all, Connector user, Counter& c, QWidget& window)
+template<class Box>
+using StringConnector = bool (Box::*)(QObject*, const char*);   // the slot-string form of an overloaded connector
+
+template<class Box>
+QWidget* shown(Box* box, StringConnector<Box> all, StringConnector<Box> user, Counter& c, QWidget& window)
 {
     if (!(box->*all)(&c, SLOT(anyChange())) || !(box->*user)(&c, SLOT(userChange())))
         return nullptr;

@@ -4,6 +4,7 @@
 
 #include "ebind.h"
 #include "eboxlayout.h"
+#include "ecombopair.h"
 #include "egroupbox.h"
 #include "epair.h"
 #include "eradiogroup.h"
@@ -107,6 +108,40 @@ private slots:
         QCOMPARE(layout->count(), 1);
         qInstallMessageHandler(previous);
         QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
+    }
+
+    void fixedFieldStaysAtTheStartOfItsColumn_data()
+    {
+        QTest::addColumn<int>("direction");
+        QTest::addColumn<bool>("combo"); // EComboPair fixes the width its own way
+        QTest::newRow("beside") << int(QBoxLayout::LeftToRight) << false;
+        QTest::newRow("combo beside") << int(QBoxLayout::LeftToRight) << true;
+    }
+
+    void fixedFieldStaysAtTheStartOfItsColumn()
+    {
+        QFETCH(int, direction);
+        QFETCH(bool, combo);
+        QWidget form;
+        auto* column = new EVBoxLayout(&form);
+        auto* wide = new EPair(nullptr, QBoxLayout::Direction(direction));
+        wide->setLabelText(QStringLiteral("Host name:"));
+        wide->setWidget(new QLineEdit, true);
+        EPair* fixed = combo ? new EComboPair(QStringLiteral("Port:")) : new EPair(nullptr, QBoxLayout::Direction(direction));
+        if (!combo) {
+            fixed->setLabelText(QStringLiteral("Port:"));
+            fixed->setWidget(new QSpinBox, true);
+        }
+        wide->bind(fixed);
+        column->addWidget(wide);
+        column->addWidget(fixed);
+        fixed->fixWidth(60);
+        form.resize(400, 200);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        QCOMPARE(fixed->widget->width(), 60);
+        QCOMPARE(fixed->widget->x(), wide->widget->x());
+        QCOMPARE(fixed->label->x(), wide->label->x());
     }
 
     void setLabelIgnoredActsOnTheWholePair()

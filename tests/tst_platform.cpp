@@ -14,6 +14,7 @@
 #include <csignal>
 #include <cstring>
 #include <forward_list>
+#include <iconv.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -85,6 +86,8 @@ private slots:
     void conviRoundTrips();
     void conviStopsAtWhatDoesNotFitOrConvert_data();
     void conviStopsAtWhatDoesNotFitOrConvert();
+    void conviTablesDecodeAsIconvDoes_data();
+    void conviTablesDecodeAsIconvDoes();
 };
 
 void TestPlatform::directoriesFollowTheEnvironment_data()
@@ -242,9 +245,19 @@ void TestPlatform::conviRoundTrips_data()
     QTest::addColumn<int>("page");
     QTest::addColumn<QByteArray>("qtName");
     QTest::addColumn<QString>("text");
-    QTest::newRow("IBM866") << CP_IBM866 << QByteArray("IBM866") << QString::fromUtf8("Съешь же ещё этих булок, ЁЖ 5");
+    // Every code page convi knows, with text that uses its upper half.
+    QTest::newRow("IBM866") << CP_IBM866 << QByteArray("IBM866") << QString::fromUtf8("Съешь же ещё этих булок, ЁЖ 5 ░▒▓╬ №");
+    QTest::newRow("windows-1251, long") << CP_WINDOWS1251 << QByteArray("windows-1251")
+                                        << QString::fromUtf8("Съешь же ещё «этих» булок — № 5, Ђђ Її Ґґ").repeated(500);
+    QTest::newRow("KOI8-R") << CP_KOI8R << QByteArray("KOI8-R") << QString::fromUtf8("Съешь же ещё этих булок ЁЖ ─│┌ ≤≥");
+    QTest::newRow("KOI8-U") << CP_KOI8U << QByteArray("KOI8-U") << QString::fromUtf8("Ґанок, їжак, єнот, ієрогліф: ЄІЇҐ");
+    QTest::newRow("ISO-8859-5") << CP_ISO8859_5 << QByteArray("ISO-8859-5") << QString::fromUtf8("Съешь же ещё этих булок № ЂЉЊ §");
     QTest::newRow("windows-1252, long") << CP_WINDOWS1252 << QByteArray("windows-1252")
                                         << QString::fromUtf8("Ça coûte 5 € déjà — „gut“").repeated(500);
+    QTest::newRow("ISO-8859-1") << CP_ISO8859_1 << QByteArray("ISO-8859-1") << QString::fromUtf8("Ça déjà vu, naïve façade ÿ ¿¡ ß ×÷");
+    QTest::newRow("ASCII") << CP_ASCII << QByteArray("US-ASCII") << QStringLiteral("The quick brown fox, 0123456789 ~!@#$%^&*()");
+    QTest::newRow("UTF-8") << CP_UTF8 << QByteArray("UTF-8") << QString::fromUtf8("Съешь ЁЖ 😀 中文 déjà");
+    QTest::newRow("UTF-16LE") << CP_UTF16LE << QByteArray("UTF-16LE") << QString::fromUtf8("Съешь ЁЖ 😀 中文 déjà");
     QTest::newRow("UTF-16BE, long") << CP_UTF16BE << QByteArray("UTF-16BE") << QString::fromUtf8("Съешь ЁЖ 😀 中文").repeated(500);
     QTest::newRow("KOI8-R, empty") << CP_KOI8R << QByteArray("KOI8-R") << QString();
 }
@@ -262,7 +275,8 @@ void TestPlatform::conviRoundTrips()
     QCOMPARE(state.invalidChars, 0);
     for (const bool encode : {true, false}) {
         const QByteArray in = encode ? text.toUtf8() : encoded;
-        const QByteArray expected = encode ? encoded + QByteArray(page == CP_UTF16BE ? 2 : 1, '\0') : text.toUtf8() + '\0';
+        const int nul = page == CP_UTF16BE || page == CP_UTF16LE ? 2 : 1;
+        const QByteArray expected = encode ? encoded + QByteArray(nul, '\0') : text.toUtf8() + '\0';
         convi converter(encode ? CP_UTF8 : page, encode ? page : CP_UTF8);
         const unsigned size = converter.get_outsize(in.constData(), unsigned(in.size()));
         QCOMPARE(size, unsigned(expected.size()));
@@ -302,6 +316,90 @@ void TestPlatform::conviStopsAtWhatDoesNotFitOrConvert()
     QCOMPARE(out, written + QByteArray(32 - written.size(), '\x7f'));
     if (from == CP_UTF8) // a failed conversion leaves no state behind
         QCOMPARE(converter.get_outsize("abc", 3), 4u);
+}
+
+namespace {
+
+// iconv itself, as convert_safe() uses it: whole characters into dstSize - 1 bytes, then NUL.
+struct IconvResult
+{
+    bool converts = false;   // the whole input converts
+    unsigned outsize = 0;    // as get_outsize() answers
+    QByteArray written;      // what convert_safe() leaves, NUL included
+};
+
+IconvResult iconvReference(const char* fromName, const QByteArray& input, unsigned dstSize)
+{
+    IconvResult result;
+    iconv_t cd = ::iconv_open("UTF-8", fromName);
+    if (cd == reinterpret_cast<iconv_t>(-1))
+        return result;
+    QByteArray out(int(input.size()) * 3 + 1, '\0');
+    char* in = const_cast<char*>(input.constData());
+    size_t inLeft = size_t(input.size());
+    char* o = out.data();
+    size_t outLeft = size_t(out.size());
+    result.converts = ::iconv(cd, &in, &inLeft, &o, &outLeft) != size_t(-1);
+    result.outsize = result.converts ? unsigned(o - out.data()) + 1 : 0;
+    ::iconv(cd, nullptr, nullptr, nullptr, nullptr);
+    in = const_cast<char*>(input.constData());
+    inLeft = size_t(input.size());
+    o = out.data();
+    outLeft = dstSize - 1;
+    ::iconv(cd, &in, &inLeft, &o, &outLeft);
+    result.written = QByteArray(out.constData(), int(o - out.data())) + '\0';
+    ::iconv_close(cd);
+    return result;
+}
+
+} // namespace
+
+void TestPlatform::conviTablesDecodeAsIconvDoes_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QByteArray>("iconvName");
+    QTest::newRow("CP866") << CP_IBM866 << QByteArray("CP866");
+    QTest::newRow("Windows-1251") << CP_WINDOWS1251 << QByteArray("WINDOWS-1251");
+    QTest::newRow("Windows-1252") << CP_WINDOWS1252 << QByteArray("WINDOWS-1252");
+    QTest::newRow("KOI8-R") << CP_KOI8R << QByteArray("KOI8-R");
+    QTest::newRow("KOI8-U") << CP_KOI8U << QByteArray("KOI8-U");
+    QTest::newRow("ISO-8859-1") << CP_ISO8859_1 << QByteArray("ISO-8859-1");
+    QTest::newRow("ISO-8859-5") << CP_ISO8859_5 << QByteArray("ISO-8859-5");
+}
+
+void TestPlatform::conviTablesDecodeAsIconvDoes()
+{
+    QFETCH(int, page);
+    QFETCH(QByteArray, iconvName);
+    convi converter(page, CP_UTF8);
+    auto check = [&](const QByteArray& input, unsigned dstSize) {
+        const IconvResult expected = iconvReference(iconvName.constData(), input, dstSize);
+        QCOMPARE(converter.get_outsize(input.constData(), unsigned(input.size())), expected.outsize);
+        QByteArray out(int(dstSize) + 4, '\x7f');
+        converter.convert_safe(input.constData(), unsigned(input.size()), out.data(), dstSize);
+        QCOMPARE(out, expected.written + QByteArray(out.size() - expected.written.size(), '\x7f'));
+    };
+    for (int b = 0; b < 256; ++b) {
+        check(QByteArray(1, char(b)), 4);
+        if (QTest::currentTestFailed())
+            QFAIL(qPrintable(QStringLiteral("byte 0x%1").arg(b, 2, 16, QLatin1Char('0'))));
+    }
+    // All 256 bytes in one text, and all that the code page defines, cut off at every output size:
+    // both stop at the same character, one the code page lacks or the first that does not fit.
+    QByteArray all, defined;
+    for (int b = 255; b >= 0; --b) {
+        all += char(b);
+        if (iconvReference(iconvName.constData(), QByteArray(1, char(b)), 4).converts)
+            defined += char(b);
+    }
+    QVERIFY(defined.size() >= 250);
+    for (const QByteArray& text : {all, defined}) {
+        for (unsigned dstSize = 1; dstSize <= 800; dstSize += dstSize < 40 ? 1 : 37) {
+            check(text, dstSize);
+            if (QTest::currentTestFailed())
+                QFAIL(qPrintable(QStringLiteral("%1 bytes into %2").arg(text.size()).arg(dstSize)));
+        }
+    }
 }
 
 CG_TEST_MAIN(TestPlatform)

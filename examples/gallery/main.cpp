@@ -148,6 +148,8 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     if (headless && shotDir.isEmpty())
         shotDir = QStringLiteral("gallery-screenshots");
+    // The gallery is an application of its own: its help pages live in share/common_gui_gallery.
+    setProductName("common_gui_gallery");
     keepSettingsBesideTheGallery();
 
     QApplication app(argc, argv);
@@ -164,8 +166,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "gallery: %s; going on in English\n", error.c_str());
     if (!qtTexts.load(language, &error))
         std::fprintf(stderr, "gallery: %s; Qt's own texts stay English\n", error.c_str());
-    // The images of the library's icon table, painted at build time into the resource tree.
-    Resource::load(EDirs::getResourceDir().filePath(QStringLiteral("icons.rcc")));
+    // The default images of the library's icon table, installed with the library.
+    Resource::loadDefaultIcons();
 
     GalleryWindow window;
     if (!shotDir.isEmpty())

@@ -3,6 +3,7 @@
 #include "gallery.h"
 
 #include "edirs.h"
+#include "paths.h"
 
 #include <QFormLayout>
 #include <QLabel>
@@ -18,12 +19,14 @@ QWidget* makeAboutPage()
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         form->addRow(QString::fromUtf8(caption), label);
     };
+    add("Product name", QString::fromUtf8(productName()));
     add("Language", QString::fromLatin1(EDirs::getLanguage()));
     add("Binary directory", EDirs::getBinaryDir().absolutePath());
     add("Resource directory", EDirs::getResourceDir().absolutePath());
     add("Settings directory", EDirs::getSettingsDir().absolutePath());
     add("Common settings directory", EDirs::getCommonSettingsDir().absolutePath());
     add("Help directory", EDirs::getHelpDir());
+    add("Library data directory", QString::fromUtf8(libraryDataDir()));
     return page;
 }
 

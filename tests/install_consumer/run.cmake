@@ -2,7 +2,9 @@
 # SPDX-FileCopyrightText: common_gui developers
 # Installs the build tree into a fresh prefix, then builds and runs a separate application against
 # it: once through find_package(common_gui), once with the flags pkg-config gives.
-# Arguments: CG_BUILD_DIR CG_CONSUMER_SOURCE CG_WORK_DIR CG_CXX CG_SANITIZE CG_LAUNCHER CG_QT_MAJOR
+# Then the example application is built against the install, installed beside it, and runs its
+# self-test headless with its own product directories.
+# Arguments: CG_BUILD_DIR CG_CONSUMER_SOURCE CG_EXAMPLE_SOURCE CG_WORK_DIR CG_CXX CG_SANITIZE CG_LAUNCHER CG_QT_MAJOR
 
 function(run what)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
@@ -24,6 +26,25 @@ endif()
 string(REPLACE ";" " " sanitizer_string "${sanitizer_flags}")
 
 run("install" ${CMAKE_COMMAND} --install ${CG_BUILD_DIR} --prefix ${prefix})
+
+# The library's data directory holds its own files only; the gallery's help is the gallery's.
+foreach(expected share/common_gui/icons.rcc share/common_gui/translations/common_gui_rus.lcl
+                 share/common_gui_gallery/help/eng/index.html)
+  if(NOT EXISTS ${prefix}/${expected})
+    message(FATAL_ERROR "not installed: ${expected}")
+  endif()
+endforeach()
+# A consumer needs only what the installed headers use: no X11 development packages.
+file(GLOB_RECURSE package_files ${prefix}/*/common_guiConfig.cmake ${prefix}/*/common_guiTargets.cmake ${prefix}/*/common_gui.pc)
+foreach(package_file ${package_files})
+  file(STRINGS ${package_file} x11 REGEX "X11Extras|x11")
+  if(x11)
+    message(FATAL_ERROR "${package_file} asks consumers for X11 packages: ${x11}")
+  endif()
+endforeach()
+if(EXISTS ${prefix}/share/common_gui/help)
+  message(FATAL_ERROR "the gallery's help pages were installed into the library's data directory")
+endif()
 
 # The consumer's own directories; the resource directory is left for the library to find.
 set(ENV{HOME} ${CG_WORK_DIR}/home)
@@ -91,3 +112,20 @@ run("build with pkg-config flags" ${CG_CXX} -std=c++17 ${sanitizer_flags} -DCG_E
   ${pc_flags} -Wl,-rpath,${libdir} -o ${CG_WORK_DIR}/consumer_pc)
 run("run the pkg-config consumer" ${CG_WORK_DIR}/consumer_pc ${prefix})
 message("${run_output}")
+
+# 3. The example application, with the directories a real user has: no CG_ variables at all.
+run("configure the example" ${CMAKE_COMMAND} -S ${CG_EXAMPLE_SOURCE} -B ${CG_WORK_DIR}/hostlist
+  -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_INSTALL_PREFIX=${prefix}
+  -DCMAKE_CXX_COMPILER=${CG_CXX} ${launcher}
+  "-DCMAKE_CXX_FLAGS=${sanitizer_string}" "-DCMAKE_EXE_LINKER_FLAGS=${sanitizer_string}")
+run("build the example" ${CMAKE_COMMAND} --build ${CG_WORK_DIR}/hostlist -j2)
+run("install the example" ${CMAKE_COMMAND} --install ${CG_WORK_DIR}/hostlist)
+unset(ENV{CG_USER_DIR})
+unset(ENV{CG_COMMON_DIR})
+unset(ENV{CG_PRODUCT_NAME})
+set(ENV{XDG_CONFIG_DIRS} ${CG_WORK_DIR}/xdg)
+run("run the example's self-test" ${prefix}/bin/hostlist --self-test)
+message("${run_output}")
+if(NOT EXISTS ${CG_WORK_DIR}/home/.config/hostlist/lang.ini AND NOT EXISTS ${CG_WORK_DIR}/xdg/hostlist/lang.ini)
+  message(FATAL_ERROR "the example's language choice is not in its own folders")
+endif()

@@ -329,12 +329,49 @@ public:
     /// the connection was made.
     /// doubleClicked(const QModelIndex&) of the list box.
     bool setSlotForDoubleClick(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForDoubleClick(const Receiver* receiver, Slot slot)
+    {
+        if (!receiver)
+            return false;
+        return bool(connect(this, &QAbstractItemView::doubleClicked, receiver, slot));
+    }
     /// selectionChanged(const QItemSelection&, const QItemSelection&) of the selection model.
     bool setSlotForChangeSelection(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForChangeSelection(const Receiver* receiver, Slot slot)
+    {
+        if (!receiver || !selectionModel())
+            return false;
+        return bool(connect(selectionModel(), &QItemSelectionModel::selectionChanged, receiver, slot));
+    }
     /// currentRowChanged(const QModelIndex&, const QModelIndex&) of the selection model.
     bool setSlotForChangeCurrent(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForChangeCurrent(const Receiver* receiver, Slot slot)
+    {
+        if (!receiver || !selectionModel())
+            return false;
+        return bool(connect(selectionModel(), &QItemSelectionModel::currentRowChanged, receiver, slot));
+    }
     /// customContextMenuRequested(const QPoint&); switches to a custom context menu.
     bool setSlotForContextMenu(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForContextMenu(const Receiver* receiver, Slot slot)
+    {
+        if (!receiver)
+            return false;
+        setContextMenuPolicy(Qt::CustomContextMenu);
+        return bool(connect(this, &QWidget::customContextMenuRequested, receiver, slot));
+    }
 
 private:
     EBoxModel* m_model = nullptr;

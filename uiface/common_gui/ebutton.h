@@ -5,6 +5,7 @@
 #include "common_gui_export.h"
 
 #include <QPushButton>
+#include <type_traits>
 
 /// A push button whose caption keeps one space from the frame on either side.
 ///
@@ -20,4 +21,11 @@ public:
 
     /// Returns whether the connection was made.
     bool setSlotForClick(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForClick(const Receiver* receiver, Slot slot)
+    {
+        return bool(connect(this, &QAbstractButton::clicked, receiver, slot));
+    }
 };

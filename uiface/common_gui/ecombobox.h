@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QListView>
 #include <QString>
+#include <type_traits>
 
 class EBoxModel;
 class QPixmap;
@@ -101,10 +102,37 @@ public:
 
     /// currentIndexChanged(int): every change of the current entry.
     bool setSlotForChangeSelection(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForChangeSelection(const Receiver* receiver, Slot slot)
+    {
+        if (!receiver)
+            return false;
+        return bool(connect(this, qOverload<int>(&QComboBox::currentIndexChanged), receiver, slot));
+    }
     /// activated(int): changes the user made only.
     bool setSlotForUserChangeSelection(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForUserChangeSelection(const Receiver* receiver, Slot slot)
+    {
+        if (!receiver)
+            return false;
+        return bool(connect(this, qOverload<int>(&QComboBox::activated), receiver, slot));
+    }
     /// editTextChanged(const QString&).
     bool setSlotForChangeText(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForChangeText(const Receiver* receiver, Slot slot)
+    {
+        if (!receiver)
+            return false;
+        return bool(connect(this, &QComboBox::editTextChanged, receiver, slot));
+    }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -142,6 +170,15 @@ public:
     /// Shows \a text and records it as the most recent entry; an empty text is only shown.
     void setEditText(const QString& text);
     bool setSlotForActivateText(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForActivateText(const Receiver* receiver, Slot slot)
+    {
+        if (!receiver)
+            return false;
+        return bool(connect(this, &EComboState::activateText, receiver, slot));
+    }
 
 signals:
     /// Enter or Return was pressed in the combo.

@@ -18,6 +18,7 @@ void EComboPair::fixWidth(int w)
 {
     if (EComboBox* combo = getComboBox())
         combo->fixWidth(w);
+    keepFieldAtStart();
 }
 
 EComboBox* EComboPair::getComboBox() const

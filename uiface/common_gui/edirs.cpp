@@ -5,6 +5,7 @@
 #include "esettings.h"
 #include "paths.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <clocale>
@@ -35,6 +36,27 @@ int lastSeparator(const QString& path)
     return path.lastIndexOf(QDir::separator());
 }
 
+const char languageFile[] = "lang.ini";
+
+QString languageFilePath(const QDir& dir)
+{
+    return dir.filePath(QString::fromLatin1(languageFile));
+}
+
+QString readLanguageFile(const QDir& dir)
+{
+    ESettings s(dir, languageFile, QStringLiteral("Language"));
+    return s.value(QStringLiteral("Code"), QString()).toString();
+}
+
+bool writeLanguageFile(const QDir& dir, const QString& code)
+{
+    ESettings s(dir, languageFile, QStringLiteral("Language"));
+    s.setValue(QStringLiteral("Code"), code);
+    s.sync();
+    return s.status() == QSettings::NoError;
+}
+
 } // namespace
 
 const char* EDirs::c_binaryDir() { return agentBinDir(); }
@@ -51,11 +73,9 @@ const char* EDirs::getLanguage()
     if (static_lang[0] != 0)
         return static_lang;
 
-    QString code;
-    {
-        ESettings s(getCommonSettingsDir(), "lang.ini", QStringLiteral("Language"));
-        code = s.value(QStringLiteral("Code"), QString()).toString();
-    }
+    QString code = readLanguageFile(getSettingsDir());
+    if (code.isEmpty())
+        code = readLanguageFile(getCommonSettingsDir());
     if (!code.isEmpty()) {
         checkedCopy(static_lang, sizeof static_lang, code.toLatin1().constData());
         return static_lang;
@@ -73,9 +93,14 @@ const char* EDirs::getLanguage()
 void EDirs::setLanguage(const char* code)
 {
     checkedCopy(static_lang, sizeof static_lang, code);
-    {
-        ESettings s(getCommonSettingsDir(), "lang.ini", QStringLiteral("Language"));
-        s.setValue(QStringLiteral("Code"), QString::fromLatin1(code));
+    const QString value = QString::fromLatin1(code);
+    if (writeLanguageFile(getCommonSettingsDir(), value)) {
+        // The new default must not be hidden behind an older choice of the same user.
+        QFile::remove(languageFilePath(getSettingsDir()));
+    } else if (!writeLanguageFile(getSettingsDir(), value)) {
+        qWarning("common_gui: the language \"%s\" could not be saved in %s or in %s", code,
+                 qUtf8Printable(languageFilePath(getCommonSettingsDir())),
+                 qUtf8Printable(languageFilePath(getSettingsDir())));
     }
     // Emptied after the write, so a language set here is always read back from the file.
     static_lang[0] = 0;

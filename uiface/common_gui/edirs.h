@@ -28,14 +28,19 @@ public:
     static QDir getBinaryDir();
     static QDir getResourceDir();
     static QDir getSettingsDir();
-    /// The settings directory shared by all users; it holds "lang.ini".
+    /// The settings directory shared by all users; its "lang.ini" is the default for everyone.
     static QDir getCommonSettingsDir();
 
-    /// The language code: from "lang.ini", else "rus" for a Russian locale, else "eng".
+    /// The language code: from the user's own "lang.ini" in the settings directory, else from the
+    /// one in the common settings directory, else "rus" for a Russian locale, else "eng".
     /// The locale fallback calls setlocale(LC_CTYPE, "") and keeps that change.
     /// A code of 20 or more characters aborts the process.
     static const char* getLanguage();
     /// Stores the code in "lang.ini" and empties the cache, so the next getLanguage() reads the file.
+    /// Where the common settings directory can be written (an administrator), the code becomes the
+    /// default for everyone and the writer's own choice is dropped; elsewhere it is the user's own
+    /// choice, kept in the settings directory. A write that fails in both places is reported as a Qt
+    /// warning on the message log.
     static void setLanguage(const char* code);
 
     /// The help directory: resource dir + "help/<language>", computed once and then cached.

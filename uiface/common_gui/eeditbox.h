@@ -5,6 +5,7 @@
 #include "common_gui_export.h"
 
 #include <QLineEdit>
+#include <type_traits>
 
 /// A line edit with connectors for every change of its text and for the user's edits only.
 ///
@@ -19,6 +20,20 @@ public:
 
     /// Every change, setText() included. Returns whether the connection was made.
     bool setSlotForChangeText(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForChangeText(const Receiver* receiver, Slot slot)
+    {
+        return bool(connect(this, &QLineEdit::textChanged, receiver, slot));
+    }
     /// Changes typed by the user only. Returns whether the connection was made.
     bool setSlotForUserChangeText(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForUserChangeText(const Receiver* receiver, Slot slot)
+    {
+        return bool(connect(this, &QLineEdit::textEdited, receiver, slot));
+    }
 };

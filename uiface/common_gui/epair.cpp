@@ -96,4 +96,12 @@ void EPair::fixWidth(int w)
 {
     if (widget)
         widget->setFixedWidth(w);
+    keepFieldAtStart();
+}
+
+void EPair::keepFieldAtStart()
+{
+    // Without an alignment the layout centres a field narrower than its row.
+    if (widget)
+        layout()->setAlignment(widget, Qt::AlignLeading);
 }

@@ -52,7 +52,7 @@ public:
     /// The common caption size of the pair's group; an empty size when the pair is not bound.
     QSize getGreatestCommonSize();
 
-    /// Fixes the input widget's width to \a w.
+    /// Fixes the input widget's width to \a w; the field stays at the start of its column.
     virtual void fixWidth(int w);
 
     QLabel* label = nullptr;     ///< the caption, a child of the pair
@@ -60,4 +60,8 @@ public:
     /// The alignment group, or null. Kept by EBind; named apart from bind() which C++ would not
     /// allow beside a member of the same name.
     EBind* bindGroup = nullptr;
+
+protected:
+    /// Keeps a narrower field at the start of its column, so it stays under the captions bound to it.
+    void keepFieldAtStart();
 };

@@ -5,8 +5,11 @@
 #include "common_gui_export.h"
 #include "egroupbox.h"
 
+#include <QButtonGroup>
+
+#include <type_traits>
+
 class QAbstractButton;
-class QButtonGroup;
 class QRadioButton;
 
 /// A group box of exclusive radio buttons addressed by id.
@@ -43,6 +46,13 @@ public:
     /// Connects the clicks of the user (never setId()) to \a slot, which receives the id:
     /// SLOT(chosen(int)). Returns whether the connection was made.
     bool setSlotForUserToggle(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForUserToggle(const Receiver* receiver, Slot slot)
+    {
+        return bool(QObject::connect(group, &QButtonGroup::idClicked, receiver, slot));
+    }
 
     QButtonGroup* group = nullptr; ///< exclusive group, a child of the box
 };

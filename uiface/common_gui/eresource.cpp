@@ -3,6 +3,7 @@
 #include "eresource.h"
 
 #include "common_gui_res.h"
+#include "paths.h"
 
 #include <QFile>
 #include <QPixmap>
@@ -65,6 +66,11 @@ QPixmap* pixmaps[common_gui_resource_count] = {};
 bool Resource::load(const QString& file)
 {
     return isResourceFile(file) && QResource::registerResource(file, QString());
+}
+
+bool Resource::loadDefaultIcons()
+{
+    return load(QString::fromUtf8(libraryDataDir()) + QStringLiteral("/icons.rcc"));
 }
 
 QPixmap* Resource::getPixmap(int id)

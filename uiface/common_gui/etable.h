@@ -11,6 +11,7 @@
 #include <QPair>
 #include <QString>
 #include <QTableView>
+#include <type_traits>
 
 class QKeyEvent;
 class QSettings;
@@ -126,10 +127,47 @@ public:
 
     /// Connectors: \a slot is a SLOT() string; true when the connection was made.
     bool setSlotForDoubleClick(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForDoubleClick(const Receiver* receiver, Slot slot)
+    {
+        if (!receiver)
+            return false;
+        return bool(connect(this, &QAbstractItemView::doubleClicked, receiver, slot));
+    }
     bool setSlotForChangeCurrent(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForChangeCurrent(const Receiver* receiver, Slot slot)
+    {
+        if (!receiver || !selectionModel())
+            return false;
+        return bool(connect(selectionModel(), &QItemSelectionModel::currentRowChanged, receiver, slot));
+    }
     bool setSlotForChangeSelection(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForChangeSelection(const Receiver* receiver, Slot slot)
+    {
+        if (!receiver || !selectionModel())
+            return false;
+        return bool(connect(selectionModel(), &QItemSelectionModel::selectionChanged, receiver, slot));
+    }
     /// Also switches the table to a custom context menu.
     bool setSlotForContextMenu(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForContextMenu(const Receiver* receiver, Slot slot)
+    {
+        setContextMenuPolicy(Qt::CustomContextMenu);
+        if (!receiver)
+            return false;
+        return bool(connect(this, &QWidget::customContextMenuRequested, receiver, slot));
+    }
 
 protected:
     /// Tab and Backtab leave the table instead of moving between cells.

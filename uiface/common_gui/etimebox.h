@@ -5,6 +5,7 @@
 #include "common_gui_export.h"
 
 #include <QTimeEdit>
+#include <type_traits>
 
 /// A time-of-day editor that tells the user's changes from values set by code.
 ///
@@ -21,8 +22,22 @@ public:
 
     /// Every change of the value. Returns whether the connection was made.
     bool setSlotForChangeValue(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForChangeValue(const Receiver* receiver, Slot slot)
+    {
+        return bool(connect(this, &QDateTimeEdit::dateTimeChanged, receiver, slot));
+    }
     /// Changes not made through setTime(). Returns whether the connection was made.
     bool setSlotForUserChangeValue(QObject* receiver, const char* slot);
+    /// Same as the string form, checked at compile time: a member function of receiver, or a functor.
+    template <typename Receiver, typename Slot,
+              typename = std::enable_if_t<!std::is_convertible<Slot, const char*>::value>>
+    bool setSlotForUserChangeValue(const Receiver* receiver, Slot slot)
+    {
+        return bool(connect(this, &ETimeBox::userChanged, receiver, slot));
+    }
 
 public slots:
     /// Sets the time without a user change.

@@ -98,8 +98,8 @@ int Module::loadFile(FILE*)
 
 int Module::load(const char* language, std::string* error)
 {
-    std::string fileName = std::string(agentEtcDir()) + "/translations/" + name + '_'
-        + (language ? language : "") + ".lcl";
+    const std::string leaf = "/translations/" + name + '_' + (language ? language : "") + ".lcl";
+    std::string fileName = std::string(agentEtcDir()) + leaf;
     // The language comes from lang.ini; it must not lead out of the translations directory.
     if (!language || !*language || std::strchr(language, '/')) {
         makeError(error, fileName, -EINVAL);
@@ -108,6 +108,16 @@ int Module::load(const char* language, std::string* error)
 
     errno = 0;
     std::unique_ptr<FILE, FileCloser> file(std::fopen(fileName.c_str(), "rb"));
+    // An application with a product name of its own has its own resource directory; the library's
+    // translations stay in the library's data directory.
+    if (!file && errno == ENOENT && std::strcmp(libraryDataDir(), agentEtcDir()) != 0) {
+        const std::string libraryFile = std::string(libraryDataDir()) + leaf;
+        file.reset(std::fopen(libraryFile.c_str(), "rb"));
+        if (file)
+            fileName = libraryFile;
+        else
+            errno = ENOENT;   // report the application's own file name and reason
+    }
     if (!file) {
         // -1 means "not loaded" to makeError, so EPERM (which fopen does not give for reading)
         // cannot be told apart; every real reason has a larger number.

@@ -54,7 +54,8 @@ public:
 
     virtual ~Module();
 
-    /// Opens the module's file for \a language, reads it with loadFile() and closes it. Returns 1 on
+    /// Opens the module's file for \a language (translations/<name>_<language>.lcl in the resource
+    /// directory, else in the library's data directory), reads it with loadFile() and closes it. Returns 1 on
     /// success. On a missing or unreadable file, a non-zero code from loadFile() or an int thrown by
     /// it, fills *error (when \a error is not null) through makeError() and returns 0. A null or
     /// empty language, or one with a '/', is refused the same way without touching the disk.

@@ -22,6 +22,10 @@
 /// | 11    | `CP_KOI8U`        | KOI8-U                 |
 ///
 /// Every other value is unknown: a converter from or to it converts nothing.
+///
+/// The single-byte code pages CP866, Windows-1251/1252, KOI8-R/U and ISO-8859-1/5 are decoded into
+/// UTF-8 by table, many times faster than iconv and with the same results; everything else goes
+/// through iconv.
 
 typedef int codepage_t;
 
@@ -64,7 +68,12 @@ public:
     /// converted; characters are never cut in half.
     void convert_safe(const char* src, unsigned srcLength, char* dst, unsigned dstSize);
 
+    /// For a converter that decodes a single-byte code page into UTF-8 by table: the UTF-16 code
+    /// unit of every byte value, 0xFFFF where the code page has no character. Null otherwise.
+    const char16_t* utf16_table() const;
+
 private:
     void* m_handle = nullptr;   ///< the iconv descriptor; null when a code page is unknown
+    const void* m_table = nullptr;  ///< a single-byte code page's tables, used instead of iconv
     unsigned m_nulSize = 1;     ///< bytes of the target's NUL character
 };

@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "paths.h"
 
+#include <atomic>
 #include <climits>
+#include <cstring>
 #include <dlfcn.h>
 #include <cstdlib>
 #include <mutex>
@@ -11,11 +13,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#ifndef CG_INSTALL_DATADIR_ABS
-#define CG_INSTALL_DATADIR_ABS "/usr/local/share/common_gui"
+#ifndef CG_INSTALL_DATAROOT_ABS
+#define CG_INSTALL_DATAROOT_ABS "/usr/local/share"
 #endif
-#ifndef CG_DATADIR_FROM_LIBDIR
-#define CG_DATADIR_FROM_LIBDIR "../share/common_gui"
+#ifndef CG_DATAROOT_FROM_LIBDIR
+#define CG_DATAROOT_FROM_LIBDIR "../share"
 #endif
 
 namespace {
@@ -72,6 +74,42 @@ std::string canonical(const std::string& path)
     return ::realpath(path.c_str(), resolved) ? std::string(resolved) : path;
 }
 
+// The product name becomes one directory name under the configuration and data directories, so it
+// must stay one plain component there.
+bool acceptableProductName(const char* name)
+{
+    if (!name)
+        return false;
+    const size_t length = std::strlen(name);
+    if (length == 0 || length > size_t(maxProductNameLength) || std::strcmp(name, ".") == 0
+        || std::strchr(name, '/') || std::strstr(name, ".."))
+        return false;
+    for (const char* c = name; *c; ++c) {
+        if (static_cast<unsigned char>(*c) < 0x20 || *c == 0x7f)
+            return false;
+    }
+    return true;
+}
+
+const char defaultProductName[] = "common_gui";
+std::atomic<const char*> productNameInCode{defaultProductName};
+
+// The data directory of one product: beside the running program's bin/, beside the library, or
+// under the configured install prefix.
+std::string dataDirOf(const std::string& product)
+{
+    std::string besideBin = std::string(agentBinDir()) + "/../share/" + product;
+    if (isDir(besideBin))
+        return canonical(besideBin);
+    const std::string libDir = libraryDir();
+    if (!libDir.empty()) {
+        std::string besideLib = libDir + "/" CG_DATAROOT_FROM_LIBDIR "/" + product;
+        if (isDir(besideLib))
+            return canonical(besideLib);
+    }
+    return std::string(CG_INSTALL_DATAROOT_ABS "/") + product;
+}
+
 std::string homeDir()
 {
     if (const char* home = fromEnv("HOME"))
@@ -83,9 +121,25 @@ std::string homeDir()
 
 const char* productName()
 {
-    if (const char* name = fromEnv("CG_PRODUCT_NAME"))
+    const char* name = fromEnv("CG_PRODUCT_NAME");
+    if (name && acceptableProductName(name))
         return intern(name);
-    return "common_gui";
+    return productNameInCode.load();
+}
+
+bool setProductName(const char* name)
+{
+    if (!acceptableProductName(name))
+        return false;
+    productNameInCode.store(intern(name));
+    return true;
+}
+
+const char* libraryDataDir()
+{
+    if (std::strcmp(productName(), defaultProductName) == 0)
+        return agentEtcDir();
+    return intern(dataDirOf(defaultProductName));
 }
 
 const char* agentBinDir()
@@ -99,17 +153,8 @@ const char* agentEtcDir()
 {
     if (const char* dir = fromEnv("CG_RESOURCE_DIR"))
         return intern(dir);
-    // A program run from the build tree (or from an install) finds share/common_gui beside bin/.
-    std::string besideBin = std::string(agentBinDir()) + "/../share/common_gui";
-    if (isDir(besideBin))
-        return intern(canonical(besideBin));
-    const std::string libDir = libraryDir();
-    if (!libDir.empty()) {
-        std::string besideLib = libDir + "/" CG_DATADIR_FROM_LIBDIR;
-        if (isDir(besideLib))
-            return intern(canonical(besideLib));
-    }
-    return CG_INSTALL_DATADIR_ABS;
+    // A program run from the build tree (or from an install) finds share/<product> beside bin/.
+    return intern(dataDirOf(productName()));
 }
 
 const char* userDataDirForWrite_utf8()
