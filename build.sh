@@ -6,6 +6,9 @@
 #   ./build.sh test         install, build, run every test: normal build, then sanitizer build
 #   ./build.sh test normal  only the normal build;   ./build.sh test sanitize  only the sanitizer build
 #   ./build.sh bench        build and run the benchmarks (CG_BENCH_SMOKE=1 for a quick run)
+#   ./build.sh fuzz [SECONDS]  install clang, build the fuzz targets, run each on a copy of its seed
+#                           corpus for SECONDS (30); fails on the first report. New findings are
+#                           left in build-fuzz/findings/<target>/ for tests/data/fuzz/<target>/.
 #
 # CG_QT_MAJOR=6 ./build.sh ... does the same against Qt 6 (default 5), in build-qt6/ and
 # build-qt6-sanitize/ so that both majors' builds live side by side.
@@ -56,6 +59,36 @@ run_tests() { # dir
   (cd "$1" && ctest --output-on-failure -j"$jobs")
 }
 
+# clang and its libFuzzer are needed only to fuzz.
+[ "$mode" = fuzz ] && packages+=(clang)
+
+fuzz() { # seconds per target
+  local seconds=$1 dir=${build_dir/build/build-fuzz}
+  CC=clang CXX=clang++ cmake -S . -B "$dir" -DCG_QT_MAJOR="$qt_major" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCG_FUZZ=ON \
+    -DCG_BUILD_TESTS=OFF -DCG_BUILD_GALLERY=OFF -DCG_BUILD_BENCH=OFF >/dev/null
+  local targets
+  targets=$(sed -n 's/^set(CG_FUZZ_TARGETS \(.*\))$/\1/p' CMakeLists.txt)
+  # shellcheck disable=SC2086
+  cmake --build "$dir" -j"$jobs" --target $targets
+  local failed=0
+  for t in $targets; do
+    local work="$dir/work/$t" findings="$dir/findings/$t"
+    rm -rf "$work" && mkdir -p "$work" "$findings"
+    cp fuzz/corpus/"$t"/* "$work"/
+    echo "fuzzing $t for ${seconds}s"
+    if ! ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+         LSAN_OPTIONS=suppressions=$PWD/tests/lsan.supp:print_suppressions=0 \
+         "$dir/bin/$t" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -max_len=65536 \
+         -artifact_prefix="$findings/" -print_final_stats=1 "$work" >"$dir/$t.log" 2>&1; then
+      echo "$t: REPORT (see $dir/$t.log; input in $findings/)"
+      tail -40 "$dir/$t.log"
+      failed=1
+    fi
+    grep -E '^stat::number_of_executed_units' "$dir/$t.log" | sed "s/^/$t: /" || true
+  done
+  return $failed
+}
+
 install_missing
 case "$mode" in
   gallery)
@@ -76,8 +109,11 @@ case "$mode" in
     configure_build "$build_dir" -DCMAKE_BUILD_TYPE=Release
     "./$build_dir/bin/cg_bench" "${@:2}"
     ;;
+  fuzz)
+    fuzz "${2:-30}"
+    ;;
   *)
-    echo "usage: [CG_QT_MAJOR=5|6] $0 gallery|test [normal|sanitize]|bench" >&2
+    echo "usage: [CG_QT_MAJOR=5|6] $0 gallery|test [normal|sanitize]|bench|fuzz [SECONDS]" >&2
     exit 2
     ;;
 esac

@@ -334,6 +334,19 @@ void TestEBox::notifications_data()
         m.endChanges(); // one too many: ignored
         QVERIFY(m.view()->updatesEnabled());
     }) << reset << "q";
+    QTest::newRow("stray endChanges, then edits notify as usual") << ModelOp([](EBoxModel& m) {
+        m.endChanges();
+        m.append(new EBoxItem(QStringLiteral("D")));
+        m.insert(0, new EBoxItem(QStringLiteral("x")));
+        m.remove(1);
+    }) << QStringList{"inserted 3 3", "inserted 0 0", "removed 1 1"} << "xBCD";
+    QTest::newRow("appendSteal announces the rows it adds") << ModelOp([](EBoxModel& m) {
+        ObjectVector<EBoxItem> items;
+        m.appendSteal(items); // nothing to add, nothing announced
+        items.append(new EBoxItem(QStringLiteral("d")));
+        items.append(new EBoxItem(QStringLiteral("e")));
+        m.appendSteal(items);
+    }) << QStringList{"inserted 3 4"} << "ABCde";
 }
 
 void TestEBox::notifications()

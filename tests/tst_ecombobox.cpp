@@ -9,6 +9,7 @@
 
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
@@ -99,8 +100,8 @@ private slots:
     void enterEmitsActivateTextAndRemembers();
     void mostRecentFirstWithoutDuplicatesAtMost64();
     void rememberedTextsSurviveRecreation();
-    void damagedRememberedArrayReadsAsNothing_data();
-    void damagedRememberedArrayReadsAsNothing();
+    void damagedRememberedArrayKeepsEveryText_data();
+    void damagedRememberedArrayKeepsEveryText();
 };
 
 void TestEComboBox::fillingKeepsOldEntriesInFront_data()
@@ -313,6 +314,10 @@ void TestEComboBox::popupIsNeverWiderThanTheCombo()
     // The popup frame adds a few pixels at most; the 300-letter entry is cut, not shown whole.
     QCOMPARE(combo.view()->width(), 180);
     QVERIFY(combo.view()->window()->width() <= 180 + 8);
+    // ... and the rest of it is reached with the horizontal scroll bar.
+    QCOMPARE(combo.view()->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    QTRY_VERIFY(combo.view()->horizontalScrollBar()->isVisible());
+    QVERIFY(combo.view()->horizontalScrollBar()->maximum() > 0);
     combo.hidePopup();
 
     combo.fixWidth(240);
@@ -414,20 +419,23 @@ void TestEComboBox::rememberedTextsSurviveRecreation()
 }
 
 
-void TestEComboBox::damagedRememberedArrayReadsAsNothing_data()
+void TestEComboBox::damagedRememberedArrayKeepsEveryText_data()
 {
     QTest::addColumn<QString>("ini");
     QTest::addColumn<QStringList>("expected");
 
-    QTest::newRow("huge size, two elements") << "size=2000000000\n1\\Item=a\n2\\Item=b\n" << QStringList{};
-    QTest::newRow("element missing") << "size=3\n1\\Item=a\n3\\Item=c\n" << QStringList{};
-    QTest::newRow("element is a list") << "size=2\n1\\Item=a\n2\\Item=x, y\n" << QStringList{};
+    const QString a = QStringLiteral("a"), b = QStringLiteral("b"), c = QStringLiteral("c");
+    QTest::newRow("huge size, two elements") << "size=2000000000\n1\\Item=a\n2\\Item=b\n" << QStringList{a, b};
+    QTest::newRow("element missing") << "size=3\n1\\Item=a\n3\\Item=c\n" << QStringList{a, c};
+    QTest::newRow("element is a list") << "size=3\n1\\Item=a\n2\\Item=x, y\n3\\Item=c\n" << QStringList{a, c};
+    QTest::newRow("element is bytes") << "size=2\n1\\Item=@ByteArray(q)\n2\\Item=b\n" << QStringList{b};
+    QTest::newRow("element is a size") << "size=2\n1\\Item=a\n2\\Item=@Size(1 2)\n" << QStringList{a};
     QTest::newRow("duplicates and empty texts are dropped") << "size=4\n1\\Item=a\n2\\Item=\n3\\Item=b\n4\\Item=a\n"
                                                             << QStringList{QStringLiteral("a"), QStringLiteral("b")};
     QTest::newRow("sound") << "size=2\n1\\Item=\"x, y\"\n2\\Item=z\n" << QStringList{QStringLiteral("x, y"), QStringLiteral("z")};
 }
 
-void TestEComboBox::damagedRememberedArrayReadsAsNothing()
+void TestEComboBox::damagedRememberedArrayKeepsEveryText()
 {
     QFETCH(QString, ini);
     QFETCH(QStringList, expected);
@@ -440,8 +448,13 @@ void TestEComboBox::damagedRememberedArrayReadsAsNothing()
     file.close();
 
     QWidget owner;
-    EComboState combo(&owner, QStringLiteral("Damaged"));
-    QCOMPARE(texts(combo), expected);
+    {
+        EComboState combo(&owner, QStringLiteral("Damaged"));
+        QCOMPARE(texts(combo), expected);
+    }
+    // What was kept is saved again, and read back as it is.
+    EComboState again(&owner, QStringLiteral("Damaged"));
+    QCOMPARE(texts(again), expected);
 }
 
 CG_TEST_MAIN(TestEComboBox)

@@ -115,14 +115,28 @@ void TestEHelp::helpButtonAndF1OpenTheirPageAndTheLinkDiesWithItsWidget()
     QTest::keyClick(help, Qt::Key_F1);
     QCOMPARE(catcher.urls, page(QStringLiteral("eng/index.html")) + page(QStringLiteral("eng/keys.html")));
 
-    auto* shortcut = window->findChild<QShortcut*>(QStringLiteral("helpShortcut"));
-    QVERIFY(shortcut);
-    QPointer<QObject> link = shortcut->property("helpLink").value<QObject*>();
-    QVERIFY(qobject_cast<EHelpLink*>(link.data()));
+    // The link has no parent to be found through: catch it when its deletion is posted.
+    struct DeletionWatch : QObject
+    {
+        int posted = 0;
+        QPointer<QObject> link;
+        bool eventFilter(QObject* object, QEvent* event) override
+        {
+            if (event->type() == QEvent::DeferredDelete && qobject_cast<EHelpLink*>(object)) {
+                ++posted;
+                link = object;
+            }
+            return false;
+        }
+    } watch;
+    qApp->installEventFilter(&watch);
+    QVERIFY(window->findChild<QShortcut*>(QStringLiteral("helpShortcut")));
     QTest::qWait(20);
-    QVERIFY(link); // still there while its widget lives
+    QCOMPARE(watch.posted, 0); // still there while its widget lives
     delete window;
-    QTRY_VERIFY(link.isNull());
+    QTRY_COMPARE(watch.posted, 1);
+    QTRY_VERIFY(watch.link.isNull());
+    qApp->removeEventFilter(&watch);
     QVERIFY(!EBrowser::setHelp(nullptr, "a.html"));
 }
 

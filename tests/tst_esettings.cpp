@@ -21,7 +21,17 @@ private slots:
     void listsUseItemKeysAndDropTheOldTail();
     void arrayHelpersKeepTheirPlaceInTheGroup();
     void geometryRoundTripsAndBadValuesLeaveTheWidget();
+    void arraysReadOnlyWhatTheFileHolds_data();
+    void arraysReadOnlyWhatTheFileHolds();
+    void emptyArrayNameTouchesNothing();
 };
+
+static void writeIni(const QByteArray& text, const QString& file = QStringLiteral("common_gui.ini"))
+{
+    QFile f(EDirs::getSettingsDir().filePath(file));
+    QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    QCOMPARE(f.write(text), qint64(text.size()));
+}
 
 void TestESettings::fileNamesPickTheFile()
 {
@@ -110,6 +120,56 @@ void TestESettings::geometryRoundTripsAndBadValuesLeaveTheWidget()
     s.setValue(QStringLiteral("Geometry"), QByteArray("not a geometry"));
     QVERIFY(!s.loadGeometry(&w));
     QCOMPARE(w.geometry(), QRect(40, 50, 320, 240));
+}
+
+void TestESettings::arraysReadOnlyWhatTheFileHolds_data()
+{
+    QTest::addColumn<QByteArray>("ini");
+    QTest::addColumn<int>("size"); // what the array reader reports
+    QTest::addColumn<QList<int>>("list");
+    QTest::newRow("two billion claimed, none there") << QByteArray("[A]\nL\\size=2147483647\n") << 0 << QList<int>();
+    QTest::newRow("300000 claimed, none there") << QByteArray("[A]\nL\\size=300000\n") << 0 << QList<int>();
+    QTest::newRow("huge claim, two there")
+        << QByteArray("[A]\nL\\size=2147483647\nL\\1\\Item=7\nL\\2\\Item=8\n") << 2 << QList<int>{7, 8};
+    QTest::newRow("hole ends the list")
+        << QByteArray("[A]\nL\\size=5\nL\\1\\Item=7\nL\\3\\Item=9\n") << 3 << QList<int>{7};
+    QTest::newRow("elements past the size are not read")
+        << QByteArray("[A]\nL\\size=1\nL\\1\\Item=7\nL\\2\\Item=8\n") << 1 << QList<int>{7};
+    QTest::newRow("negative size") << QByteArray("[A]\nL\\size=-4\nL\\1\\Item=7\n") << 0 << QList<int>();
+    QTest::newRow("odd element names") << QByteArray("[A]\nL\\size=9\nL\\01\\Item=7\nL\\x\\Item=8\n") << 0 << QList<int>();
+}
+
+void TestESettings::arraysReadOnlyWhatTheFileHolds()
+{
+    QFETCH(QByteArray, ini);
+    QFETCH(int, size);
+    QFETCH(QList<int>, list);
+    // A file of its own per row: QSettings keeps what it read while the size and time look alike.
+    const QByteArray file = "rows" + QByteArray::number(qHash(QTest::currentDataTag())) + ".ini";
+    writeIni(ini, QString::fromLatin1(file));
+    ESettings s(file.constData(), QStringLiteral("A"));
+    QCOMPARE(ESettingsReadArray(s, QStringLiteral("L")).getSize(), size);
+    QList<int> read{99};
+    ESettings::getList("L", read, s);
+    QCOMPARE(read, list);
+}
+
+void TestESettings::emptyArrayNameTouchesNothing()
+{
+    writeIni("[Win]\nGeometry=@ByteArray(abc)\nSize=@Size(300 200)\nL\\size=1\nL\\1\\Item=4\n");
+    {
+        ESettings s(QStringLiteral("Win"));
+        ESettings::setList("", {1, 2}, s);
+        ESettingsWriteArray(s, QString()).write(5);
+        QCOMPARE(ESettingsReadArray(s, QString()).getSize(), 0);
+        QList<int> list{3};
+        ESettings::getList("", list, s);
+        QVERIFY(list.isEmpty());
+    }
+    ESettings s(QStringLiteral("Win"));
+    QCOMPARE(s.allKeys(), (QStringList{QStringLiteral("Geometry"), QStringLiteral("L/1/Item"),
+                                       QStringLiteral("L/size"), QStringLiteral("Size")}));
+    QCOMPARE(s.value(QStringLiteral("Size")).toSize(), QSize(300, 200));
 }
 
 CG_TEST_MAIN(TestESettings)

@@ -116,6 +116,17 @@ private slots:
         QTest::newRow("size without pos") << QVariantList{none, size, none} << QRect(0, 0, 280, 190);
         QTest::newRow("nothing stored") << QVariantList{none, none, none} << QRect();
         QTest::newRow("negative size") << QVariantList{none, QSize(-5, 100), pos} << QRect();
+        QTest::newRow("size no screen holds") << QVariantList{none, QSize(INT_MAX, INT_MAX), pos} << QRect();
+        QTest::newRow("pos that wraps round") << QVariantList{none, size, QPoint(INT_MAX - 10, INT_MAX - 10)} << QRect();
+        QTest::newRow("pos off every screen") << QVariantList{none, size, QPoint(-5000, 40)} << QRect();
+        QWidget huge;
+        huge.setGeometry(0, 0, 20000, 20000);
+        QTest::newRow("geometry no screen holds") << QVariantList{huge.saveGeometry(), size, pos} << QRect(15, 25, 280, 190);
+        // Qt restores the last rectangle of the record (right edge at byte 58) for a normal window.
+        QByteArray wide = good;
+        QCOMPARE(wide.mid(4, 2), QByteArray("\0\3", 2));
+        wide.replace(58, 4, QByteArray("\x7f\xff\0\0", 4));
+        QTest::newRow("geometry restoring a rectangle no screen holds") << QVariantList{wide, size, pos} << QRect(15, 25, 280, 190);
     }
 
     void loadLayoutFallsBackOnBadOrMissingValues()

@@ -76,10 +76,16 @@ private slots:
         QPointer<GridModel> first = numbered(2), second = numbered(2), borrowed = numbered(2);
         {
             ETable table(first, true);
+            QPointer<QItemSelectionModel> firstSelection = table.selectionModel();
             table.setModel(second, true);
             QVERIFY(first.isNull());
+            QVERIFY(firstSelection.isNull()); // one selection model per model, none left behind
+            QPointer<QItemSelectionModel> secondSelection = table.selectionModel();
             table.setModel(borrowed, false);
             QVERIFY(second.isNull());
+            QVERIFY(secondSelection.isNull());
+            QCOMPARE(table.selectionModel()->model(), borrowed.data());
+            QCOMPARE(table.findChildren<QItemSelectionModel*>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
         }
         QVERIFY(!borrowed.isNull());
         delete borrowed;
@@ -133,6 +139,8 @@ private slots:
         row("one column, up", {3, 2}, "net", "1", -1, {1, 2});
         row("backward from start ignores the current cell", {1, 1}, "net", "s", -1, {3, 0});
         row("backward stops at row 0", {0, 2}, "omega", "", -1, {-1, -1});
+        row("backward goes on in the last column of the row above", {2, 0}, "net", "", -1, {1, 2});
+        row("every negative direction is backward", {2, 0}, "net", "", -2, {1, 2});
         row("last cell then the end", {3, 1}, "net", "", 1, {-1, -1});
     }
 

@@ -133,6 +133,7 @@ private slots:
     void loaderResultCodes();
     void textsKeepLineBreaksAndZeroLengthEntries();
     void runningOutOfMemoryWhileDecodingIsCode7();
+    void claimedSizesAreCheckedBeforeAllocating();
     void russianFileReplacesTheLibraryTexts();
     void refusedFileLeavesEveryText_data();
     void refusedFileLeavesEveryText();
@@ -225,6 +226,22 @@ void TestLocalization::runningOutOfMemoryWhileDecodingIsCode7()
     QCOMPARE(runTool(CG_LOC_PROBE, {QStringLiteral("load-limited"), fileName}, &out), 0);
     QFile::remove(fileName);
     QCOMPARE(out, QByteArray("code=7\ncancel=&Cancel\n")); // and no slot changed
+}
+
+void TestLocalization::claimedSizesAreCheckedBeforeAllocating()
+{
+#if defined(__SANITIZE_ADDRESS__)
+    QSKIP("AddressSanitizer reserves more address space than the limit this test sets");
+#endif
+    // A header claiming a 2 GiB block in a small file ends early (code 6) without trying to get
+    // the 2 GiB: under a limit far below that, the allocation would fail first with code 7.
+    LocImage image(sampleTexts());
+    image.dataSize = INT_MAX;
+    const QString fileName = scratch.filePath(QStringLiteral("claims.lcl"));
+    QVERIFY(writeAll(fileName, image.bytes()));
+    QByteArray out;
+    QCOMPARE(runTool(CG_LOC_PROBE, {QStringLiteral("load-limited"), fileName}, &out), 0);
+    QCOMPARE(out, QByteArray("code=6\ncancel=&Cancel\n"));
 }
 
 void TestLocalization::russianFileReplacesTheLibraryTexts()
@@ -331,6 +348,11 @@ void TestLocalization::compilerRefusesBadSources_data()
     const int first = int(std::find_if(lines.begin(), lines.end(), [](const QByteArray& l) {
                               return l.startsWith("LCQT__");
                           }) - lines.begin());
+    auto replaced = [&lines](int index, const QByteArray& line) {
+        QList<QByteArray> l = lines;
+        l[index] = line;
+        return l.join('\n');
+    };
     QTest::newRow("missing name") << with(first, QByteArray())
                                   << QStringLiteral("error: missing slot name \"LCQT__Auto\"");
     QTest::newRow("unknown name") << with(first, "LCQT__Confirm_passwort\tConfirm password:")
@@ -338,6 +360,14 @@ void TestLocalization::compilerRefusesBadSources_data()
     QTest::newRow("duplicate name") << with(first + 1, lines.at(first))
                                     << QStringLiteral(":%1: error: duplicate slot name \"LCQT__Auto\" (first given on line %2)")
                                            .arg(first + 2).arg(first + 1);
+    // Messages name what is there, even bytes a terminal would hide or mangle.
+    QTest::newRow("NUL inside a name") << with(first, QByteArray("LCQT__Auto\0x\tText", 17))
+                                       << QStringLiteral(":%1: error: unknown slot name \"LCQT__Auto\\0x\"").arg(first + 1);
+    QTest::newRow("escape of a Cyrillic letter") << replaced(first, "LCQT__Auto\tA\\\xD0\xB6" "B")
+                                                 << QStringLiteral(":%1: error: malformed line: unknown escape \\%2 (")
+                                                        .arg(first + 1).arg(QChar(0x436));
+    QTest::newRow("escape of a stray byte") << replaced(first, "LCQT__Auto\tA\\\xFF" "B")
+                                            << QStringLiteral(":%1: error: malformed line: unknown escape (backslash, then the byte \\xff)").arg(first + 1);
 }
 
 void TestLocalization::compilerRefusesBadSources()

@@ -197,6 +197,23 @@ void TestPlatform::savedFileLoadsBackKeepingPermissionsAndSymlinks()
     UTF8File::save(link.toUtf8().constData(), "new", 3);
     QVERIFY(QFileInfo(link).isSymLink());
     QCOMPARE(readAll(created), QByteArray("new"));
+
+    // A dangling link (relative, through a second link) gets its target created.
+    QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("sub")));
+    QCOMPARE(::symlink("sub/hop", dir.filePath(QStringLiteral("dangling")).toUtf8().constData()), 0);
+    QCOMPARE(::symlink("later.txt", dir.filePath(QStringLiteral("sub/hop")).toUtf8().constData()), 0);
+    UTF8File::save(dir.filePath(QStringLiteral("dangling")).toUtf8().constData(), "made", 4);
+    QVERIFY(QFileInfo(dir.filePath(QStringLiteral("dangling"))).isSymLink());
+    QCOMPARE(readAll(dir.filePath(QStringLiteral("sub/later.txt"))), QByteArray("made"));
+
+    // Names up to the file system's limit can be saved again, though the temporary name is longer.
+    for (int length : {247, 248, 255}) {
+        const QString longName = dir.filePath(QString(length - 4, QLatin1Char('n')) + QStringLiteral(".txt"));
+        writeFile(longName, "old");
+        UTF8File::save(longName.toUtf8().constData(), "saved", 5);
+        QCOMPARE(readAll(longName), QByteArray("saved"));
+    }
+    QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).filter(QStringLiteral("nnnn")).size(), 3);
 }
 
 void TestPlatform::failedSaveLeavesTheOldFile_data()

@@ -5,7 +5,6 @@
 #include "locfile.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 #include <cstdio>
 
@@ -41,14 +40,9 @@ int main(int argc, char** argv)
     }
 
     // Written through a temporary file: a failed run never leaves a half-written localization behind.
-    QSaveFile output(outputName);
-    if (!output.open(QIODevice::WriteOnly)) {
-        print(outputName + QStringLiteral(": error: cannot write: ") + output.errorString());
-        return 1;
-    }
-    const QByteArray data = LocFile::compile(texts);
-    if (output.write(data) != data.size() || !output.commit()) {
-        print(outputName + QStringLiteral(": error: cannot write: ") + output.errorString());
+    QString error;
+    if (!LocFile::writeFile(outputName, LocFile::compile(texts), error)) {
+        print(outputName + QStringLiteral(": error: cannot write: ") + error);
         return 1;
     }
     return 0;

@@ -8,10 +8,11 @@
 #include "qt_loc_loader.h"
 
 #include <QFile>
-#include <QSaveFile>
 #include <QVector>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 
 namespace {
@@ -59,14 +60,18 @@ int main(int argc, char** argv)
 
     const QByteArray source = LocFile::toSource(QStringList(texts.begin(), texts.end()));
     if (argc == 2) {
-        return std::fwrite(source.constData(), 1, static_cast<size_t>(source.size()), stdout)
-                       == static_cast<size_t>(source.size())
-                   ? 0
-                   : 1;
+        // stdio buffers the text: only the flush tells whether it arrived (not so on /dev/full).
+        if (std::fwrite(source.constData(), 1, static_cast<size_t>(source.size()), stdout)
+                != static_cast<size_t>(source.size())
+            || std::fflush(stdout) != 0) {
+            std::fprintf(stderr, "error: cannot write to standard output: %s\n", std::strerror(errno));
+            return 1;
+        }
+        return 0;
     }
-    QSaveFile output(QFile::decodeName(argv[2]));
-    if (!output.open(QIODevice::WriteOnly) || output.write(source) != source.size() || !output.commit()) {
-        std::fprintf(stderr, "%s: error: cannot write: %s\n", argv[2], output.errorString().toLocal8Bit().constData());
+    QString error;
+    if (!LocFile::writeFile(QFile::decodeName(argv[2]), source, error)) {
+        std::fprintf(stderr, "%s: error: cannot write: %s\n", argv[2], error.toLocal8Bit().constData());
         return 1;
     }
     return 0;

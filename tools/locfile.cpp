@@ -5,6 +5,7 @@
 #include "common_gui_loc.h"
 
 #include <QHash>
+#include <QSaveFile>
 #include <QTextCodec>
 #include <QtEndian>
 
@@ -15,6 +16,39 @@ namespace {
 QString location(const QString& fileName, int line)
 {
     return fileName + QLatin1Char(':') + QString::number(line) + QStringLiteral(": error: ");
+}
+
+// The length of the valid UTF-8 character that starts at \a i, or 0 when the bytes there are not one.
+int characterLength(const QByteArray& bytes, int i)
+{
+    const uchar lead = uchar(bytes.at(i));
+    const int length = lead < 0x80 ? 1 : lead >= 0xC2 && lead <= 0xDF ? 2 : lead >= 0xE0 && lead <= 0xEF ? 3
+                                   : lead >= 0xF0 && lead <= 0xF4 ? 4 : 0;
+    if (length == 0 || i + length > bytes.size())
+        return 0;
+    const QByteArray character = bytes.mid(i, length);
+    // Decoding and encoding again refuses stray continuation bytes, overlong forms and surrogates.
+    const QString decoded = QString::fromUtf8(character);
+    return decoded.size() <= 2 && decoded.toUtf8() == character ? length : 0;
+}
+
+// \a bytes as a person can read them in a message: NUL and other control bytes, and bytes that
+// are not UTF-8, are written as escapes; every other character as itself.
+QString shown(const QByteArray& bytes)
+{
+    QString out;
+    for (int i = 0; i < bytes.size();) {
+        const uchar c = uchar(bytes.at(i));
+        const int length = characterLength(bytes, i);
+        if (length == 0 || c < 0x20 || c == 0x7F) {
+            out += c == 0 ? QStringLiteral("\\0") : QStringLiteral("\\x%1").arg(c, 2, 16, QLatin1Char('0'));
+            ++i;
+            continue;
+        }
+        out += QString::fromUtf8(bytes.constData() + i, length);
+        i += length;
+    }
+    return out;
 }
 
 // Returns false for an escape the format does not know or a backslash at the end of the line.
@@ -38,7 +72,11 @@ bool unescape(const QByteArray& text, QByteArray& result, QString& problem)
         case 't': result.append('\t'); break;
         case '\\': result.append('\\'); break;
         default:
-            problem = QStringLiteral("unknown escape \\%1 (known: \\n \\r \\t \\\\)").arg(QLatin1Char(text.at(i)));
+            const int length = characterLength(text, i);
+            const QString escaped = length > 0 && uchar(text.at(i)) >= 0x20 && text.at(i) != '\x7f'
+                                        ? QLatin1Char('\\') + QString::fromUtf8(text.constData() + i, length)
+                                        : QStringLiteral("(backslash, then the byte %1)").arg(shown(text.mid(i, 1)));
+            problem = QStringLiteral("unknown escape %1 (known: \\n \\r \\t \\\\)").arg(escaped);
             return false;
         }
     }
@@ -93,14 +131,13 @@ bool parse(const QByteArray& source, const QString& fileName, QStringList& texts
         const QByteArray name = line.left(tab);
         const auto slot = slotOf.constFind(name);
         if (slot == slotOf.constEnd()) {
-            errors.append(location(fileName, lineNumber) + QStringLiteral("unknown slot name \"%1\"")
-                                                               .arg(QString::fromUtf8(name)));
+            errors.append(location(fileName, lineNumber) + QStringLiteral("unknown slot name \"%1\"").arg(shown(name)));
             continue;
         }
         if (lineOf[*slot] != 0) {
             errors.append(location(fileName, lineNumber)
                           + QStringLiteral("duplicate slot name \"%1\" (first given on line %2)")
-                                .arg(QString::fromUtf8(name))
+                                .arg(shown(name))
                                 .arg(lineOf[*slot]));
             continue;
         }
@@ -186,6 +223,18 @@ QByteArray toSource(const QStringList& texts)
         out.append('\n');
     }
     return out;
+}
+
+bool writeFile(const QString& fileName, const QByteArray& data, QString& error)
+{
+    QSaveFile output(fileName);
+    // Unbuffered: each write reaches the system at once and fails with its reason. Qt's buffer
+    // would keep a small file until commit(), which renames even when that last flush failed.
+    if (output.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && output.write(data) == data.size()
+        && output.flush() && output.commit())
+        return true;
+    error = output.errorString();
+    return false;
 }
 
 } // namespace LocFile

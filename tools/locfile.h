@@ -24,4 +24,8 @@ QByteArray toSource(const QStringList& texts);
 /// Escapes one text for a source line.
 QByteArray escape(const QString& text);
 
+/// Replaces \a fileName with \a data through a temporary file. On failure (a full disk, say) the
+/// old file stays as it was, and \a error holds the system's reason.
+bool writeFile(const QString& fileName, const QByteArray& data, QString& error);
+
 } // namespace LocFile

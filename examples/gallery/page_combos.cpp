@@ -5,7 +5,9 @@
 #include "gallery.h"
 
 #include "ebox.h"
+#include "eboxlayout.h"
 #include "ecombobox.h"
+#include "egroupbox.h"
 
 #include <QFormLayout>
 #include <QGroupBox>
@@ -44,10 +46,8 @@ private:
 
 QGroupBox* group(const QString& title, QLayout* content, QWidget* parent)
 {
-    auto* box = new QGroupBox(title, parent);
-    content->setContentsMargins(8, 4, 8, 8);
-    content->setSpacing(8);
-    box->setLayout(content);
+    auto* box = new EGroupBox(title, nullptr, parent);
+    box->addLayout(content);
     return box;
 }
 
@@ -59,9 +59,7 @@ class ComboPage : public QWidget
 public:
     ComboPage()
     {
-        auto* layout = new QVBoxLayout(this);
-        layout->setContentsMargins(8, 8, 8, 8);
-        layout->setSpacing(8);
+        auto* layout = new EVRootBoxLayout(this);
 
         // Filled from the same enumerator, as given and sorted by text (case ignored).
         auto* filled = new QFormLayout;
@@ -83,8 +81,8 @@ public:
 
         // The setters: an unknown id clears the choice, unknown data keeps it, an unknown text
         // only edits an editable combo.
-        auto* setters = new QVBoxLayout;
-        auto* idRow = new QHBoxLayout;
+        auto* setters = new EVBoxLayout;
+        auto* idRow = new EHBoxLayout;
         auto* id = new QSpinBox(this);
         id->setRange(0, 1000);
         id->setValue(22);
@@ -99,7 +97,7 @@ public:
         ServiceEnumerator third;
         byData->add(third, false);
         byData->setCurrentData(&services[4]);
-        auto* dataRow = new QHBoxLayout;
+        auto* dataRow = new EHBoxLayout;
         auto* knownData = new QPushButton(QStringLiteral("setCurrentData(DNS row)"), this);
         auto* unknownData = new QPushButton(QStringLiteral("setCurrentData(unknown)"), this);
         dataRow->addWidget(byData);
@@ -112,7 +110,7 @@ public:
         editable->setEditable(true);
         ServiceEnumerator fourth;
         editable->addId(fourth, true);
-        auto* textRow = new QHBoxLayout;
+        auto* textRow = new EHBoxLayout;
         auto* text = new QLineEdit(QStringLiteral("ftp"), this);
         auto* setTextFixed = new QPushButton(QStringLiteral("setCurrentText (sorted)"), this);
         auto* setTextEditable = new QPushButton(QStringLiteral("setCurrentText (editable)"), this);
@@ -146,7 +144,7 @@ public:
         });
 
         // Remembered texts: Enter records the text; the list is saved when the page closes.
-        auto* remembered = new QVBoxLayout;
+        auto* remembered = new EVBoxLayout;
         auto* hint = new QLabel(QStringLiteral("Type a host and press Enter. The 64 most recent texts come back "
                                                "after a restart, most recent first, under "
                                                "[EComboStatePair_ComboPage]."),

@@ -28,8 +28,8 @@ class DialogsPage : public QWidget
 public:
     DialogsPage()
     {
-        auto* root = new EHBoxLayout(this);
-        root->setContentsMargins(8, 8, 8, 8);
+        // A dialog's margins around two columns side by side.
+        auto* root = new EBoxLayout(QBoxLayout::LeftToRight, this, 8, 8);
         auto* left = new EVBoxLayout;
         auto* right = new EVBoxLayout;
         root->addLayout(left, 1);

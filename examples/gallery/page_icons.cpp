@@ -4,6 +4,7 @@
 #include "gallery.h"
 
 #include "common_gui_res.h"
+#include "eboxlayout.h"
 #include "eresource.h"
 
 #include <QLabel>
@@ -16,9 +17,7 @@ namespace {
 QWidget* makePage()
 {
     auto* page = new QWidget;
-    auto* layout = new QVBoxLayout(page);
-    layout->setContentsMargins(8, 8, 8, 8);
-    layout->setSpacing(8);
+    auto* layout = new EVRootBoxLayout(page);
 
     int found = 0;
     for (int id = 0; id < common_gui_resource_count; ++id)

@@ -3,6 +3,7 @@
 #include "gallery.h"
 
 #include "ebox.h"
+#include "eboxlayout.h"
 
 #include <QGridLayout>
 #include <QItemSelectionModel>
@@ -57,8 +58,7 @@ public:
         grid->addWidget(m_left, 1, 0);
         grid->addWidget(m_right, 1, 2);
 
-        auto* buttons = new QVBoxLayout;
-        buttons->setSpacing(8);
+        auto* buttons = new EVBoxLayout;
         auto button = [this, buttons](const char* name, const char* text, auto&& action) {
             auto* b = new QPushButton(QString::fromUtf8(text), this);
             b->setObjectName(QLatin1String(name));

@@ -3,6 +3,7 @@
 #include "gallery.h"
 
 #include "common_gui_loc.h"
+#include "eboxlayout.h"
 #include "edirs.h"
 
 #include <QHeaderView>
@@ -20,9 +21,7 @@ const char* const englishTexts[] = {LCQT_SLOT_LIST(GALLERY_ENGLISH_TEXT)};
 QWidget* makeLocalizationPage()
 {
     auto* page = new QWidget;
-    auto* layout = new QVBoxLayout(page);
-    layout->setContentsMargins(8, 8, 8, 8);
-    layout->setSpacing(8);
+    auto* layout = new EVRootBoxLayout(page);
 
     auto* caption = new QLabel(page);
     caption->setObjectName(QStringLiteral("languageCaption"));

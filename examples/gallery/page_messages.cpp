@@ -3,6 +3,7 @@
 #include "gallery.h"
 
 #include "common_core.h"
+#include "eboxlayout.h"
 #include "emessage.h"
 
 #include <QGridLayout>
@@ -36,7 +37,7 @@ class MessagesPage : public QWidget
 public:
     MessagesPage()
     {
-        auto* root = new QVBoxLayout(this);
+        auto* root = new EVRootBoxLayout(this);
 
         auto* boxes = new QGroupBox(QStringLiteral("Boxes"), this);
         auto* boxGrid = new QGridLayout(boxes);

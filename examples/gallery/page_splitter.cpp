@@ -3,6 +3,7 @@
 // ESplitter: pane sizes survive hiding and showing the splitter and a restart of the gallery.
 #include "gallery.h"
 
+#include "eboxlayout.h"
 #include "esettings.h"
 #include "esplitter.h"
 
@@ -34,9 +35,7 @@ class SplitterPage : public QWidget
 public:
     SplitterPage()
     {
-        auto* layout = new QVBoxLayout(this);
-        layout->setContentsMargins(8, 8, 8, 8);
-        layout->setSpacing(8);
+        auto* layout = new EVRootBoxLayout(this);
         auto* intro = new QLabel(QStringLiteral("Drag the gradient handles, hide the splitter and show it again, or "
                                                 "restart the gallery: the panes keep their sizes. Sizes are saved "
                                                 "after every move under [GallerySplitter]."),
@@ -44,8 +43,7 @@ public:
         intro->setWordWrap(true);
         layout->addWidget(intro);
 
-        auto* buttons = new QHBoxLayout;
-        buttons->setSpacing(8);
+        auto* buttons = new EHBoxLayout;
         auto* toggleSplitter = new QPushButton(QStringLiteral("Hide splitter"), this);
         toggleSplitter->setObjectName(QStringLiteral("toggleSplitter"));
         toggleSplitter->setCheckable(true);

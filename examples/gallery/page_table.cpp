@@ -4,6 +4,8 @@
 #include "gallery.h"
 
 #include "common_gui_loc.h"
+#include "eboxlayout.h"
+#include "egroupbox.h"
 #include "esettings.h"
 #include "etable.h"
 
@@ -70,9 +72,7 @@ class TablePage : public QWidget
 public:
     TablePage()
     {
-        auto* layout = new QVBoxLayout(this);
-        layout->setContentsMargins(8, 8, 8, 8);
-        layout->setSpacing(8);
+        auto* layout = new EVRootBoxLayout(this);
         auto* intro = new QLabel(QStringLiteral("An ETable over 100,000 generated rows. Type a text and press Find "
                                                 "Next: the search goes on from the current cell and stops at the "
                                                 "end; the next Find Next starts again from the other end. Column "
@@ -97,10 +97,8 @@ public:
         findRow->addWidget(findButton);
         layout->addLayout(findRow);
 
-        auto* options = new QHBoxLayout;
-        options->setSpacing(8);
-        auto* checks = new QVBoxLayout;
-        checks->setSpacing(8);
+        auto* options = new EHBoxLayout;
+        auto* checks = new EVBoxLayout;
         matchCase = new QCheckBox(LCQT__Match_case, this);
         matchCase->setObjectName(QStringLiteral("matchCase"));
         wholeWord = new QCheckBox(LCQT__Match_whole_word_only, this);
@@ -113,10 +111,8 @@ public:
         checks->addWidget(allColumns);
         options->addLayout(checks);
 
-        auto* direction = new QGroupBox(LCQT__Direction, this);
-        auto* directionLayout = new QHBoxLayout(direction);
-        directionLayout->setContentsMargins(8, 4, 8, 8);
-        directionLayout->setSpacing(8);
+        auto* directionLayout = new EBoxLayout(QBoxLayout::LeftToRight, nullptr, 8, 8, 4, 8, 8);
+        auto* direction = new EGroupBox(LCQT__Direction, directionLayout, this);
         up = new QRadioButton(LCQT__Up, direction);
         up->setObjectName(QStringLiteral("up"));
         auto* down = new QRadioButton(LCQT__Down, direction);

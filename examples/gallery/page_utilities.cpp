@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "gallery.h"
 
+#include "eboxlayout.h"
 #include "ehexconverter.h"
 #include "eutils.h"
 
@@ -21,7 +22,7 @@ class UtilitiesPage : public QWidget
 public:
     UtilitiesPage()
     {
-        auto* root = new QVBoxLayout(this);
+        auto* root = new EVRootBoxLayout(this);
         root->addWidget(makeHexGroup());
         root->addWidget(makeCursorGroup());
         root->addStretch(1);
@@ -36,7 +37,7 @@ private:
         input->setObjectName(QStringLiteral("hexInput"));
         form->addRow(QStringLiteral("Input"), input);
 
-        auto* buttons = new QHBoxLayout;
+        auto* buttons = new EHBoxLayout;
         auto* toHex = new QPushButton(QStringLiteral("Text → hex"), group);
         toHex->setObjectName(QStringLiteral("toHex"));
         auto* toText = new QPushButton(QStringLiteral("Hex → text"), group);
@@ -79,8 +80,8 @@ private:
     QWidget* makeCursorGroup()
     {
         auto* group = new QGroupBox(QStringLiteral("Wait cursor"), this);
-        auto* layout = new QVBoxLayout(group);
-        auto* row = new QHBoxLayout;
+        auto* layout = new EVGroupBoxLayout(group);
+        auto* row = new EHBoxLayout;
         const struct { const char* caption; const char* name; void (*call)(); } actions[] = {
             {"Nest", "nest", [] { EUtils::waitCursor(true); }},
             {"Unnest", "unnest", [] { EUtils::waitCursor(false); }},

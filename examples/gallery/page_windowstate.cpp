@@ -5,6 +5,7 @@
 #include "gallery.h"
 
 #include "common_gui_res.h"
+#include "eboxlayout.h"
 #include "edirs.h"
 #include "esettings.h"
 #include "estatedialog.h"
@@ -73,9 +74,7 @@ public:
         auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
         connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
         connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-        auto* layout = new QVBoxLayout(this);
-        layout->setContentsMargins(8, 8, 8, 8);
-        layout->setSpacing(8);
+        auto* layout = new EVRootBoxLayout(this);
         layout->addWidget(new QLabel(QStringLiteral("OK, Cancel, Escape and the close button all save the layout."), this));
         layout->addLayout(form);
         layout->addStretch(1);
@@ -105,9 +104,7 @@ class WindowStatePage : public QWidget
 public:
     WindowStatePage()
     {
-        auto* layout = new QVBoxLayout(this);
-        layout->setContentsMargins(8, 8, 8, 8);
-        layout->setSpacing(8);
+        auto* layout = new EVRootBoxLayout(this);
         // The path on a line of its own: word wrap would break it at a slash.
         auto* intro = new QLabel(QStringLiteral("EStateWindow and EStateDialog keep their layout under their state "
                                                 "names in\n%1\nOpen them, move them, close them, open them again.")
@@ -116,8 +113,7 @@ public:
         intro->setWordWrap(true);
         layout->addWidget(intro);
 
-        auto* buttons = new QHBoxLayout;
-        buttons->setSpacing(8);
+        auto* buttons = new EHBoxLayout;
         auto* openWindow = new QPushButton(QStringLiteral("Open state window"), this);
         openWindow->setObjectName(QStringLiteral("openWindow"));
         auto* openDialog = new QPushButton(QStringLiteral("Open state dialog"), this);

@@ -3,11 +3,12 @@
 // Built against an installed common_gui, through CMake and through pkg-config. Exits with the
 // number of failed checks.
 #include "cg_loc_modules.h"
-#include "common_core.h"
 #include "common_gui_loc.h"
-#include "convi.h"
 #include "edirs.h"
 #include "esettings.h"
+#include "platform/common_core.h"
+#include "platform/convi.h"
+#include "platform/paths.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -46,6 +47,11 @@ int main(int argc, char** argv)
     // With no CG_RESOURCE_DIR the library finds the data directory of its own install.
     const QString resources = QString::fromUtf8(EDirs::c_resourceDir());
     check(resources == prefix + QStringLiteral("/share/common_gui"), "resource dir is the install's");
+    const QString headers = prefix + QStringLiteral("/include/common_gui/");
+    check(QFileInfo::exists(headers + QStringLiteral("platform/paths.h"))
+              && !QFileInfo::exists(headers + QStringLiteral("paths.h")),
+          "platform headers installed in a directory of their own");
+    check(productName() && *productName(), "the paths layer answers through its own header");
     check(QFileInfo::exists(resources + QStringLiteral("/translations/common_gui_rus.lcl")),
           "the Russian localization file is installed");
 

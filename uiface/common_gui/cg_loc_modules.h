@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: common_gui developers
 #pragma once
 
-#include "common_core.h"
 #include "common_gui_export.h"
+#include "platform/common_core.h"
 #include "qt_loc_loader.h"
 
 #include <cstdio>

@@ -226,7 +226,6 @@ public:
     ~EBoxModel() override;
 
     QAbstractItemView* view() const { return m_view; }
-    void setView(QAbstractItemView* view) { m_view = view; }
 
     /// The items, for callers that fill or read the array directly (inside a change batch).
     SimpleVector<EBoxItem*>& items() { return m_items; }

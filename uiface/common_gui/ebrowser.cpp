@@ -12,7 +12,6 @@
 #include <QFileInfo>
 #include <QShortcut>
 #include <QUrl>
-#include <QVariant>
 #include <QWidget>
 
 namespace {
@@ -51,8 +50,6 @@ bool EBrowser::setHelp(QWidget* w, const char* page)
     auto* link = new EHelpLink(page ? QString::fromLatin1(page) : QStringLiteral("index.html"), w);
     auto* shortcut = new QShortcut(QKeySequence(Qt::Key_F1), w);
     shortcut->setObjectName(QStringLiteral("helpShortcut"));
-    // Lets a caller (or a test) reach the link, which has no parent to be found through.
-    shortcut->setProperty("helpLink", QVariant::fromValue<QObject*>(link));
     QObject::connect(shortcut, &QShortcut::activated, link, &EHelpLink::help);
     return bool(QObject::connect(w, &QObject::destroyed, link, &QObject::deleteLater));
 }

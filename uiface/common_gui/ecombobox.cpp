@@ -51,8 +51,9 @@ EComboBox::EComboBox(QWidget* parent)
     listView->setObjectName(QStringLiteral("comboList"));
     listView->setWordWrap(false);
     listView->setWrapping(false);
-    listView->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setView(listView);
+    // After setView, which turns the bar off: long entries scroll sideways.
+    listView->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     listModel = new EBoxModel(listView);
     setModel(listModel);
     listView->installEventFilter(this);
@@ -267,12 +268,10 @@ EComboState::EComboState(QWidget* owner, const QString& name)
         const int size = std::min(array.getSize(), rememberedLimit);
         while (array.getIndex() < size) {
             const QVariant v = array.read();
-            // A missing element or one that is not a text means the array was damaged: then
-            // nothing is remembered rather than a list with holes.
-            if (v.userType() != QMetaType::QString) {
-                texts.clear();
-                break;
-            }
+            // One damaged element (missing, a list, bytes) must not cost the whole history: it is
+            // skipped, and the destructor writes back only what was kept.
+            if (v.userType() != QMetaType::QString)
+                continue;
             const QString text = v.toString();
             if (!text.isEmpty() && !texts.contains(text))
                 texts << text;

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "edatetimebox.h"
 
+#include "eutils.h"
+
 #include <ctime>
 
 EDateTimeBox::EDateTimeBox(QWidget* parent)
@@ -13,9 +15,7 @@ EDateTimeBox::EDateTimeBox(QWidget* parent)
 
 void EDateTimeBox::setDateTime(const QDateTime& dt)
 {
-    settingValue = true;
-    QDateTimeEdit::setDateTime(dt);
-    settingValue = false;
+    EUtils::setByCode(settingValue, [&] { QDateTimeEdit::setDateTime(dt); });
 }
 
 void EDateTimeBox::setDateTime(long t)

@@ -2,6 +2,9 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "edialog.h"
 
+#include "eboxlayout.h"
+#include "ebuttonpanel.h"
+
 #include <QShortcut>
 
 EDialog::EDialog(QWidget* parent, Qt::WindowFlags flags)
@@ -13,4 +16,16 @@ EDialog::EDialog(QWidget* parent, Qt::WindowFlags flags)
     auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     escape->setObjectName(QStringLiteral("escape"));
     connect(escape, &QShortcut::activated, this, &QWidget::close);
+}
+
+void EDialog::layOutValueDialog(const QString& title, QWidget* field)
+{
+    setWindowTitle(title);
+    auto* root = new EVRootBoxLayout(this);
+    field->setObjectName(QStringLiteral("valuePair"));
+    root->addWidget(field, 0);
+    auto* panel = new EButtonPanel(this, EButtonPanel::OK | EButtonPanel::Cancel);
+    root->addWidget(panel);
+    connect(panel, &EButtonPanel::cancel, this, &QDialog::reject);
+    connect(panel, &EButtonPanel::ok, this, &QDialog::accept);
 }

@@ -19,4 +19,9 @@ class COMMON_GUI_EXPORT EDialog : public QDialog
 public:
     /// A modal dialog with \a flags plus Qt::WindowTitleHint.
     explicit EDialog(QWidget* parent = nullptr, Qt::WindowFlags flags = Qt::WindowFlags());
+
+protected:
+    /// Builds the dialogs that ask for one value (EIntDialog, EStrDialog): \a title, the captioned
+    /// \a field (named "valuePair") above OK and Cancel, which call accept() and reject().
+    void layOutValueDialog(const QString& title, QWidget* field);
 };

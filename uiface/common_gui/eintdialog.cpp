@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "eintdialog.h"
 
-#include "eboxlayout.h"
-#include "ebuttonpanel.h"
 #include "espinbox.h"
 #include "espinpair.h"
 
@@ -11,20 +9,11 @@ EIntDialog::EIntDialog(QWidget* parent, const QString& title, const QString& lab
     : EDialog(parent)
     , value(&value)
 {
-    setWindowTitle(title);
-    auto* root = new EVRootBoxLayout(this);
-
     pair = new ESpinPair(label, min, max, 1);
-    pair->setObjectName(QStringLiteral("valuePair"));
     ESpinBox* box = pair->getSpinBox();
     box->setValue(value);
     box->selectAll();
-    root->addWidget(pair, 0);
-
-    auto* panel = new EButtonPanel(this, EButtonPanel::OK | EButtonPanel::Cancel);
-    root->addWidget(panel);
-    connect(panel, &EButtonPanel::cancel, this, &QDialog::reject);
-    connect(panel, &EButtonPanel::ok, this, &EIntDialog::accept);
+    layOutValueDialog(title, pair);
 }
 
 void EIntDialog::accept()

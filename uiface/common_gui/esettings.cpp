@@ -66,8 +66,13 @@ void ESettings::getList(const char* name, QList<int>& list, QSettings& s)
 {
     list.clear();
     ESettingsReadArray array(s, QString::fromLatin1(name));
-    while (array.getIndex() < array.getSize())
-        list.append(array.read().toInt());
+    while (array.getIndex() < array.getSize()) {
+        const QVariant v = array.read();
+        // A hole ends the list: a number made up for it would shift every later one.
+        if (!v.isValid())
+            break;
+        list.append(v.toInt());
+    }
 }
 
 void ESettings::setList(const char* name, const QList<int>& list, QSettings& s)
@@ -78,8 +83,11 @@ void ESettings::setList(const char* name, const QList<int>& list, QSettings& s)
 }
 
 ESettingsWriteArray::ESettingsWriteArray(QSettings& s, const QString& name)
-    : settings(&s)
 {
+    // An empty name addresses the whole group: removing it would wipe every key beside the array.
+    if (name.isEmpty())
+        return;
+    settings = &s;
     // Dropping the old array first means a shorter new one leaves no stale tail.
     s.remove(name);
     s.beginWriteArray(name);
@@ -87,29 +95,46 @@ ESettingsWriteArray::ESettingsWriteArray(QSettings& s, const QString& name)
 
 ESettingsWriteArray::~ESettingsWriteArray()
 {
-    settings->endArray();
+    if (settings)
+        settings->endArray();
 }
 
 void ESettingsWriteArray::write(const QVariant& v)
 {
+    if (!settings)
+        return;
     settings->setArrayIndex(index);
     ++index;
     settings->setValue(itemKey(), v);
 }
 
 ESettingsReadArray::ESettingsReadArray(QSettings& s, const QString& name)
-    : settings(&s)
-    , size(s.beginReadArray(name))
 {
+    if (name.isEmpty())
+        return;
+    settings = &s;
+    const int claimed = s.beginReadArray(name);
+    // The stored size is only a claim: a damaged file says two billion and holds nothing. The
+    // array ends at its last element actually present.
+    const QStringList elements = s.childGroups();
+    for (const QString& element : elements) {
+        bool ok = false;
+        const int number = element.toInt(&ok);
+        if (ok && number > size && number <= claimed && element == QString::number(number))
+            size = number;
+    }
 }
 
 ESettingsReadArray::~ESettingsReadArray()
 {
-    settings->endArray();
+    if (settings)
+        settings->endArray();
 }
 
 QVariant ESettingsReadArray::read()
 {
+    if (!settings)
+        return QVariant();
     settings->setArrayIndex(index);
     ++index;
     return settings->value(itemKey(), QVariant());

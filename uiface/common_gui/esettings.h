@@ -38,7 +38,7 @@ public:
     /// Restores "Geometry"; false (widget untouched) when nothing is stored or Qt refuses the bytes.
     bool loadGeometry(QWidget* w);
 
-    /// Clears \a list, then appends every element of the array \a name.
+    /// Clears \a list, then appends the elements of the array \a name up to the first missing one.
     static void getList(const char* name, QList<int>& list, QSettings& s);
     /// Replaces the array \a name with the elements of \a list.
     static void setList(const char* name, const QList<int>& list, QSettings& s);
@@ -47,7 +47,8 @@ private:
     QString groupName; // closed again by the destructor
 };
 
-/// Writes one array, each element under the key "Item"; the old array is removed first.
+/// Writes one array, each element under the key "Item"; the old array is removed first. An empty
+/// name writes nothing.
 class COMMON_GUI_EXPORT ESettingsWriteArray
 {
 public:
@@ -63,8 +64,9 @@ private:
     int index = 0;
 };
 
-/// Reads one array written by ESettingsWriteArray. read() does not check the bound: compare
-/// the number of reads with size().
+/// Reads one array written by ESettingsWriteArray. getSize() is the stored size cut at the last
+/// element the file holds; an element missing below it reads as an invalid QVariant. read() does
+/// not check the bound: compare the number of reads with getSize(). An empty name reads nothing.
 class COMMON_GUI_EXPORT ESettingsReadArray
 {
 public:

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "espinbox.h"
 
+#include "eutils.h"
+
 ESpinBox::ESpinBox(QWidget* parent)
     : QSpinBox(parent)
 {
@@ -18,9 +20,7 @@ ESpinBox::ESpinBox(int min, int max, int step, QWidget* parent)
 
 void ESpinBox::setValue(int v)
 {
-    settingValue = true;
-    QSpinBox::setValue(v);
-    settingValue = false;
+    EUtils::setByCode(settingValue, [&] { QSpinBox::setValue(v); });
 }
 
 bool ESpinBox::setSlotForChangeValue(QObject* receiver, const char* slot)

@@ -6,7 +6,9 @@
 #include "eutils.h"
 
 #include <QDataStream>
+#include <QGuiApplication>
 #include <QRect>
+#include <QScreen>
 #include <QSettings>
 #include <QWidget>
 
@@ -25,6 +27,31 @@ const QString posKey()
 const QString geometryKey()
 {
     return QStringLiteral("Geometry");
+}
+
+// A saved window that no screen could show is damaged data. Sizes past every screen together
+// once made windows of 16777215 x 16777215 pixels whose first paint aborted, and positions near
+// the int limit wrap round, so the sums are taken in 64 bits.
+bool someScreenShows(const QPoint& pos, const QSize& size)
+{
+    if (!size.isValid() || size.isEmpty())
+        return false;
+    QRect desktop;
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    for (const QScreen* screen : screens)
+        desktop |= screen->geometry();
+    if (size.width() > desktop.width() || size.height() > desktop.height())
+        return false;
+    for (const QScreen* screen : screens) {
+        const QRect g = screen->geometry();
+        const qint64 left = std::max<qint64>(pos.x(), g.x());
+        const qint64 top = std::max<qint64>(pos.y(), g.y());
+        const qint64 right = std::min<qint64>(qint64(pos.x()) + size.width(), qint64(g.x()) + g.width());
+        const qint64 bottom = std::min<qint64>(qint64(pos.y()) + size.height(), qint64(g.y()) + g.height());
+        if (left < right && top < bottom)
+            return true;
+    }
+    return false;
 }
 
 // QWidget::restoreGeometry reads whatever is there and accepts a cut-off record, which places
@@ -48,11 +75,13 @@ bool geometryIsComplete(const QByteArray& bytes)
         qint32 screenWidth = 0;
         stream >> screenWidth;
     }
-    if (major > 2) {
-        QRect geometry;
+    // Qt 5 restores this one for a window that is neither maximized nor full screen.
+    QRect geometry = normal;
+    if (major > 2)
         stream >> geometry;
-    }
-    return stream.status() == QDataStream::Ok && magic == 0x1D9D0CB && normal.isValid();
+    return stream.status() == QDataStream::Ok && magic == 0x1D9D0CB && normal.isValid()
+           && someScreenShows(frame.topLeft(), frame.size()) && someScreenShows(normal.topLeft(), normal.size())
+           && someScreenShows(geometry.topLeft(), geometry.size());
 }
 
 } // namespace
@@ -90,12 +119,13 @@ void EState::loadLayout(QSettings& s, QWidget* w)
     if (geometryIsComplete(bytes) && w->restoreGeometry(bytes))
         return;
     // "Size" and "Pos" serve files written before "Geometry" existed, and bytes Qt refuses.
-    // A size that is not one (a hand-edited or foreign value) counts as absent: a window of
-    // no size cannot be found again.
+    // A size or position that is not one (a hand-edited or foreign value) counts as absent: a
+    // window of no size, or one off every screen, cannot be found again.
     const QSize size = s.value(sizeKey()).toSize();
-    if (s.contains(sizeKey()) && size.isValid() && !size.isEmpty()) {
+    const QPoint pos = s.value(posKey()).toPoint();
+    if (s.contains(sizeKey()) && someScreenShows(pos, size)) {
         w->resize(size);
-        w->move(s.value(posKey()).toPoint());
+        w->move(pos);
         return;
     }
     EUtils::center(w);

@@ -35,8 +35,9 @@ public:
 
     /// Writes "Size", "Pos" and "Geometry" of \a w, in that order.
     static void saveLayout(QSettings& s, QWidget* w);
-    /// Restores "Geometry" if Qt accepts it, else "Size" and "Pos" if a usable size is stored,
-    /// else centres \a w on the primary screen at its size hint. Malformed values are never fatal.
+    /// Restores "Geometry" if Qt accepts it, else "Size" and "Pos" if some screen shows that
+    /// rectangle, else centres \a w on the primary screen at its size hint. Malformed values are
+    /// never fatal.
     static void loadLayout(QSettings& s, QWidget* w);
 
     /// The settings group of this window.

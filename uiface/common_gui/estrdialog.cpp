@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "estrdialog.h"
 
-#include "eboxlayout.h"
-#include "ebuttonpanel.h"
 #include "eeditbox.h"
 #include "eeditpair.h"
 
@@ -11,20 +9,11 @@ EStrDialog::EStrDialog(QWidget* parent, const QString& title, const QString& lab
     : EDialog(parent)
     , value(&value)
 {
-    setWindowTitle(title);
-    auto* root = new EVRootBoxLayout(this);
-
     pair = new EEditPair(label);
-    pair->setObjectName(QStringLiteral("valuePair"));
     EEditBox* edit = pair->getEditBox();
     edit->setText(value);
     edit->selectAll();
-    root->addWidget(pair, 0);
-
-    auto* panel = new EButtonPanel(this, EButtonPanel::OK | EButtonPanel::Cancel);
-    root->addWidget(panel);
-    connect(panel, &EButtonPanel::cancel, this, &QDialog::reject);
-    connect(panel, &EButtonPanel::ok, this, &EStrDialog::accept);
+    layOutValueDialog(title, pair);
 }
 
 void EStrDialog::accept()

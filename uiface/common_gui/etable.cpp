@@ -153,7 +153,11 @@ void ETable::setModel(ETableModel* model, bool own)
         ETableModel* old = tableModel;
         const bool ownedOld = ownModel;
         tableModel = model;
+        QItemSelectionModel* oldSelection = selectionModel();
         QTableView::setModel(model);
+        // Qt makes a new selection model for every model and leaves the old one to its owner.
+        if (oldSelection && oldSelection != selectionModel() && oldSelection->parent() == this)
+            delete oldSelection;
         // Switch the view over before deleting, so it never paints from a dying model.
         if (ownedOld)
             delete old;

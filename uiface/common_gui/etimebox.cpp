@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "etimebox.h"
 
+#include "eutils.h"
+
 ETimeBox::ETimeBox(QWidget* parent)
     : QTimeEdit(parent)
 {
@@ -11,9 +13,7 @@ ETimeBox::ETimeBox(QWidget* parent)
 
 void ETimeBox::setTime(const QTime& t)
 {
-    settingValue = true;
-    QTimeEdit::setTime(t);
-    settingValue = false;
+    EUtils::setByCode(settingValue, [&] { QTimeEdit::setTime(t); });
 }
 
 void ETimeBox::setTime(int seconds)

@@ -4,6 +4,8 @@
 
 #include "common_gui_export.h"
 
+#include <utility>
+
 class QWidget;
 
 /// Showing and centring windows, and the process-wide wait cursor. Static operations only.
@@ -35,4 +37,15 @@ public:
     static int getWaitCursorCounter();
     /// The current number of unbalanced suspendWaitCursor(true) calls.
     static int getWaitCursorSuspendCounter();
+
+    /// Runs \a set with \a settingValue true: the bookkeeping of the boxes that tell the user's
+    /// changes from the code's (ESpinBox, EDateTimeBox, ETimeBox), whose change handler reports a
+    /// user change only while the flag is false. The flag is restored afterwards, also when nested.
+    template <typename Set>
+    static void setByCode(bool& settingValue, Set set)
+    {
+        const bool before = std::exchange(settingValue, true);
+        set();
+        settingValue = before;
+    }
 };

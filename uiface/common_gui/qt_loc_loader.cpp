@@ -7,8 +7,10 @@
 #include <QtEndian>
 
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <new>
+#include <sys/stat.h>
 
 namespace {
 
@@ -35,6 +37,17 @@ int swapInt(int& value, bool swap)
 bool readInt(FILE* file, int& value)
 {
     return std::fread(&value, sizeof value, 1, file) == 1;
+}
+
+// The bytes after the read position, or as many as an int64_t holds when the file has no size of
+// its own (a pipe): then reading finds the end.
+int64_t bytesLeft(FILE* file)
+{
+    struct stat st;
+    const long position = std::ftell(file);
+    if (position < 0 || ::fstat(::fileno(file), &st) != 0 || !S_ISREG(st.st_mode))
+        return INT64_MAX;
+    return int64_t(st.st_size) - position;
 }
 
 } // namespace
@@ -89,6 +102,11 @@ int QTLocLoader::load(FILE* file, Localization& table)
         return ShortFile;
     if (swapInt(dataSize, swap) < 1)
         return NotALocalization;
+
+    // A damaged header may claim two gigabytes: a file that cannot hold what it claims ends early,
+    // and is refused before anything that large is allocated.
+    if (int64_t(count) * int64_t(sizeof(int)) + dataSize > bytesLeft(file))
+        return ShortFile;
 
     std::unique_ptr<int[]> offsets(new (std::nothrow) int[static_cast<size_t>(count) + 1]);
     if (!offsets)

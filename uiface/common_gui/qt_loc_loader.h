@@ -3,24 +3,17 @@
 #pragma once
 
 #include "common_gui_export.h"
+#include "platform/common_core.h"
 
 #include <cstdio>
-
-class QString;
 
 /// Reads a binary localization file ("LCLR") into a table of text slots.
 class COMMON_GUI_EXPORT QTLocLoader
 {
 public:
-    /// A set of text slots and the identifier that a file for it must carry.
-    struct Localization
-    {
-        int count = 0;                  ///< number of slots
-        int unit = 8;                   ///< always 8; not consulted by the loader
-        unsigned int id = 0;            ///< identifier of this exact set of texts
-        QString** slotTable = nullptr;  ///< \c count pointers to the slot variables, in file order
-                                        ///< (not "slots": that is a Qt keyword)
-    };
+    /// A set of text slots and the identifier that a file for it must carry; the platform's
+    /// localization modules hold one, so the type is theirs.
+    using Localization = Loc::Table;
 
     /// Reads one file from the current position into \a table. Returns 0 on success, 2 when it is
     /// not a file of this kind, 3 for an unsupported version, 4 for a unit other than 8, 5 for a

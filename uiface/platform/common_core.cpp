@@ -84,7 +84,7 @@ const char* loaderReason(int code)
 
 namespace Loc {
 
-Module::Module(std::string name, QTLocLoader::Localization* table)
+Module::Module(std::string name, Table* table)
     : name(std::move(name)), table(table)
 {
 }
@@ -243,6 +243,24 @@ std::string quoted(const char* path)
     throw TTT(std::string(what) + ' ' + quoted(path) + ": " + systemReason(errorNumber));
 }
 
+// Follows symbolic links one by one (realpath refuses a link whose target does not exist yet);
+// a loop or a link that cannot be read ends the walk at the name reached so far.
+std::string linkTarget(const char* path)
+{
+    std::string target = path;
+    struct stat st;
+    for (int hops = 0; hops < 40 && ::lstat(target.c_str(), &st) == 0 && S_ISLNK(st.st_mode); ++hops) {
+        std::string link(PATH_MAX, '\0');
+        const ssize_t n = ::readlink(target.c_str(), &link[0], link.size());
+        if (n <= 0 || size_t(n) >= link.size())
+            break;
+        link.resize(size_t(n));
+        const std::string::size_type slash = target.rfind('/');
+        target = link[0] == '/' || slash == std::string::npos ? link : target.substr(0, slash + 1) + link;
+    }
+    return target;
+}
+
 class Descriptor
 {
 public:
@@ -390,15 +408,9 @@ void UTF8File::save(const char* path, const void* data, unsigned int size)
     if (!data && size > 0)
         fail("Cannot save file", path, EINVAL);
 
-    // Replace the file a symbolic link names, not the link.
-    std::string target = path;
+    // Replace the file a symbolic link names, not the link, and create it when the link dangles.
+    const std::string target = linkTarget(path);
     struct stat st;
-    if (::lstat(path, &st) == 0 && S_ISLNK(st.st_mode)) {
-        if (char* resolved = ::realpath(path, nullptr)) {
-            target = resolved;
-            std::free(resolved);
-        }
-    }
 
     bool exists = false;
     mode_t mode = 0;
@@ -418,7 +430,9 @@ void UTF8File::save(const char* path, const void* data, unsigned int size)
     const std::string::size_type slash = target.rfind('/');
     const std::string dir = slash == std::string::npos ? std::string(".") : target.substr(0, slash + 1);
     const std::string base = slash == std::string::npos ? target : target.substr(slash + 1);
-    std::string pattern = (slash == std::string::npos ? std::string() : dir) + '.' + base + ".XXXXXX";
+    // The temporary name adds 8 bytes: a legal name near the limit is cut to leave room for them.
+    std::string pattern = (slash == std::string::npos ? std::string() : dir) + '.'
+                          + base.substr(0, std::min<std::string::size_type>(base.size(), NAME_MAX - 8)) + ".XXXXXX";
 
     Descriptor fd(::mkostemp(&pattern[0], O_CLOEXEC));
     if (fd.get() < 0)

@@ -2,14 +2,15 @@
 // SPDX-FileCopyrightText: common_gui developers
 #pragma once
 
-#include "common_gui_export.h"
-#include "qt_loc_loader.h"
+#include "platform/platform_export.h"
 
 #include <cstddef>
 #include <cstdio>
 #include <string>
 #include <utility>
 #include <vector>
+
+class QString;
 
 /// \file
 /// The core services of the product family: error objects, localization modules, whole-file access
@@ -18,7 +19,7 @@
 /// An error object holding one or more English messages. Low-level code throws it with the detail
 /// ("Cannot open file ...: No such file or directory"); callers that catch it may add() the context
 /// ("Cannot load the policy") and throw it on.
-class COMMON_GUI_EXPORT TTT
+class CG_PLATFORM_EXPORT TTT
 {
 public:
     TTT();
@@ -41,16 +42,27 @@ private:
 
 namespace Loc {
 
+/// A set of text slots and the identifier that a file for it must carry (the library's
+/// QTLocLoader::Localization is this type).
+struct Table
+{
+    int count = 0;                  ///< number of slots
+    int unit = 8;                   ///< always 8; not consulted by the loader
+    unsigned int id = 0;            ///< identifier of this exact set of texts
+    QString** slotTable = nullptr;  ///< \c count pointers to the slot variables, in file order
+                                    ///< (not "slots": that is a Qt keyword)
+};
+
 /// The base of localization modules. A module has a name; its file for a language is
 /// `<resource dir>/translations/<name>_<language>.lcl`.
-class COMMON_GUI_EXPORT Module
+class CG_PLATFORM_EXPORT Module
 {
 public:
     std::string name;
     /// Free for the module's own use; the base never changes it.
     int state = 0;
     /// The text slots the module fills; null for modules without slots.
-    QTLocLoader::Localization* table = nullptr;
+    Table* table = nullptr;
 
     virtual ~Module();
 
@@ -65,12 +77,12 @@ public:
     virtual int loadFile(FILE* file);
 
 protected:
-    Module(std::string name = {}, QTLocLoader::Localization* table = nullptr);
+    Module(std::string name = {}, Table* table = nullptr);
 
     /// Composes an English error text naming \a fileName and \a code into *error (nothing when
     /// \a error is null). A code from -2 to -4095 is a system error whose errno is -code and the text
     /// adds the system's reason; -1 (or any other negative code) means the file could not be loaded; a
-    /// positive code is the loader's (see QTLocLoader::load) and the text says what it means.
+    /// positive code is the loader's (the library's QTLocLoader::load) and the text says what it means.
     static void makeError(std::string* error, const std::string& fileName, int code);
 };
 
@@ -128,7 +140,7 @@ private:
 };
 
 /// A growable container of bytes. data() is never null, so it can be handed to C functions as is.
-class COMMON_GUI_EXPORT Bag
+class CG_PLATFORM_EXPORT Bag
 {
 public:
     Bag() = default;
@@ -152,11 +164,11 @@ private:
 };
 
 /// Plain byte equality of two NUL-terminated strings; a null pointer equals only a null pointer.
-COMMON_GUI_EXPORT bool streq(const char* a, const char* b);
+CG_PLATFORM_EXPORT bool streq(const char* a, const char* b);
 
 /// Whole-file access by a UTF-8 path. Failures throw TTT (whose text names the file and the system's
 /// reason) or std::bad_alloc.
-class COMMON_GUI_EXPORT UTF8File
+class CG_PLATFORM_EXPORT UTF8File
 {
 public:
     UTF8File() = delete;

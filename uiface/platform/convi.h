@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: common_gui developers
 #pragma once
 
-#include "common_gui_export.h"
+#include "platform/platform_export.h"
 
 /// \file
 /// Code-page conversion over the C library's iconv.
@@ -50,7 +50,7 @@ constexpr codepage_t CP_KOI8U = 11;
 /// if (need)
 ///     toUtf8.convert_safe(text, length, out.data(), need);
 /// \endcode
-class COMMON_GUI_EXPORT convi
+class CG_PLATFORM_EXPORT convi
 {
 public:
     convi(codepage_t from, codepage_t to);

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: common_gui developers
 #pragma once
 
-#include "common_gui_export.h"
+#include "platform/platform_export.h"
 
 /// \file
 /// Where the product lives on disk. Each function returns UTF-8 text owned by this layer; the text
@@ -25,11 +25,11 @@
 /// setProductName("hostlist");   // ~/.config/hostlist, /etc/xdg/hostlist, <prefix>/share/hostlist
 /// \endcode
 
-COMMON_GUI_EXPORT const char* agentBinDir();
-COMMON_GUI_EXPORT const char* agentEtcDir();
-COMMON_GUI_EXPORT const char* userDataDirForWrite_utf8();
-COMMON_GUI_EXPORT const char* userDataCommonDir_utf8();
-COMMON_GUI_EXPORT const char* productName();
+CG_PLATFORM_EXPORT const char* agentBinDir();
+CG_PLATFORM_EXPORT const char* agentEtcDir();
+CG_PLATFORM_EXPORT const char* userDataDirForWrite_utf8();
+CG_PLATFORM_EXPORT const char* userDataCommonDir_utf8();
+CG_PLATFORM_EXPORT const char* productName();
 
 /// Names the product in code; call it before anything else of the library (the help browser keeps
 /// the name it saw first). CG_PRODUCT_NAME, when set to an acceptable name, still wins. Returns false
@@ -37,9 +37,9 @@ COMMON_GUI_EXPORT const char* productName();
 /// make no sense as a directory name: null, empty, ".", containing '/' or "..", a control character,
 /// or longer than `maxProductNameLength` bytes. The same rule applies to CG_PRODUCT_NAME (ignored
 /// when refused).
-COMMON_GUI_EXPORT bool setProductName(const char* name);
+CG_PLATFORM_EXPORT bool setProductName(const char* name);
 constexpr int maxProductNameLength = 64;
 
 /// The library's own data directory (its translations and its default icon set), which stays the
 /// same whatever name the product has.
-COMMON_GUI_EXPORT const char* libraryDataDir();
+CG_PLATFORM_EXPORT const char* libraryDataDir();
