@@ -3,7 +3,7 @@
 #pragma once
 
 #include "common_gui_export.h"
-#include "convi.h"
+#include "platform/convi.h"
 
 #include <pthread.h>
 
