@@ -26,18 +26,8 @@
 
 namespace {
 
-long heapInUse()
-{
-    return long(mallinfo2().uordblks);
-}
-
-// Gives the freed memory of the last round back, so that no contender pays in its timed part for
-// consolidating the previous one's millions of small free chunks.
-void settleHeap()
-{
-    if (!std::getenv("CG_BENCH_NO_TRIM"))
-        malloc_trim(0);
-}
+using CgBench::heapInUse;
+using CgBench::settleHeap;
 
 // An 11-character text, "row 0012345", built without formatting so the texts cost the same for
 // every contender.
@@ -56,17 +46,7 @@ QString rowText(int value)
     return s;
 }
 
-// Row values in a fixed random order, so that sorting has work to do.
-const std::vector<int>& shuffled(int n)
-{
-    static std::vector<int> values;
-    if (int(values.size()) != n) {
-        values.resize(size_t(n));
-        std::iota(values.begin(), values.end(), 0);
-        std::shuffle(values.begin(), values.end(), std::mt19937(20240601));
-    }
-    return values;
-}
+using CgBench::shuffled;
 
 void perRow(benchmark::State& state, long bytes)
 {

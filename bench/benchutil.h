@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <vector>
 
 namespace CgBench {
 
@@ -28,5 +29,16 @@ inline void rowSizes(benchmark::internal::Benchmark* b)
 
 /// Resident memory of the process in bytes, from /proc/self/statm.
 long residentBytes();
+
+/// The numbers 0 … n-1 in a fixed random order (so that sorting has work to do), kept for the
+/// last n asked for.
+const std::vector<int>& shuffled(int n);
+
+/// Bytes of the heap in use (glibc mallinfo2().uordblks): operator new and malloc alike.
+long heapInUse();
+
+/// Gives the freed memory of the last round back, so that no contender pays in its timed part for
+/// consolidating the previous one's millions of small free chunks (unless CG_BENCH_NO_TRIM is set).
+void settleHeap();
 
 } // namespace CgBench

@@ -4,7 +4,11 @@
 
 #include <QApplication>
 
+#include <algorithm>
 #include <cstdio>
+#include <numeric>
+#include <random>
+#include <malloc.h>
 #include <unistd.h>
 
 long CgBench::residentBytes()
@@ -16,6 +20,28 @@ long CgBench::residentBytes()
         std::fclose(f);
     }
     return resident * ::sysconf(_SC_PAGESIZE);
+}
+
+long CgBench::heapInUse()
+{
+    return long(mallinfo2().uordblks);
+}
+
+void CgBench::settleHeap()
+{
+    if (!std::getenv("CG_BENCH_NO_TRIM"))
+        malloc_trim(0);
+}
+
+const std::vector<int>& CgBench::shuffled(int n)
+{
+    static std::vector<int> values;
+    if (int(values.size()) != n) {
+        values.resize(size_t(n));
+        std::iota(values.begin(), values.end(), 0);
+        std::shuffle(values.begin(), values.end(), std::mt19937(20240601));
+    }
+    return values;
 }
 
 int main(int argc, char** argv)

@@ -124,6 +124,8 @@ private slots:
 
     void connectorsDeliverUserActions();
     void badInputIsIgnored();
+    void longListReachesItsLastRowAtOnce();
+    void pooledItemsAreReusedAndSubclassesStayWhole();
 };
 
 // ------------------------------------------------------------------------------------ arrays
@@ -576,6 +578,63 @@ void TestEBox::badInputIsIgnored()
     box.boxModel()->moveSelectedTo(other.boxModel());
     QCOMPARE(texts(*other.boxModel()), QStringLiteral("AB"));
     QCOMPARE(texts(*box.boxModel()), QStringLiteral("C"));
+}
+
+void TestEBox::longListReachesItsLastRowAtOnce()
+{
+    EBox box;
+    ObjectVector<EBoxItem> items;
+    for (int i = 0; i < 30000; ++i)
+        items.append(new EBoxItem(QString::number(i)));
+    box.boxModel()->appendSteal(items);
+    box.resize(200, 300);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+
+    // Right after showing, the last row is reached by scrolling and by the keyboard.
+    const QModelIndex last = box.boxModel()->index(29999, 0);
+    box.scrollTo(last);
+    QVERIFY(box.viewport()->rect().contains(box.visualRect(last)));
+    box.setCurrentIndex(box.boxModel()->index(0, 0));
+    QTest::keyClick(&box, Qt::Key_End);
+    QCOMPARE(box.currentIndex().row(), 29999);
+    // Every row gets its place once events have run.
+    QTRY_VERIFY(!box.visualRect(box.boxModel()->index(25000, 0)).isEmpty());
+    QCOMPARE(box.indexAt(box.visualRect(last).center()), last);
+}
+
+void TestEBox::pooledItemsAreReusedAndSubclassesStayWhole()
+{
+    FixedPool pool(sizeof(EBoxItem));
+    void* first = pool.take();
+    void* second = pool.take();
+    QVERIFY(first != second);
+    pool.give(first);
+    QCOMPARE(pool.take(), first); // a freed block is handed out again
+    pool.give(first);
+    pool.give(second);            // the last one back: the slabs are released
+    QVERIFY(pool.take());
+
+    // A subclass with fields of its own is not of the pooled size and is deleted whole.
+    struct Tagged : EBoxItem
+    {
+        Tagged() : EBoxItem(QStringLiteral("tagged")) {}
+        QString tag = QStringLiteral("a tag long enough to need a heap block of its own");
+        double weight = 1.5;
+    };
+    EBoxModel model;
+    model.beginChanges();
+    for (int i = 0; i < 300; ++i)
+        model.append(i % 3 ? new EBoxItem(QString::number(i)) : new Tagged);
+    model.endChanges();
+    model.remove(0);
+    model.remove(1);
+    QCOMPARE(model.count(), 298);
+    QCOMPARE(model.item(0)->text(), QStringLiteral("1"));
+    QCOMPARE(static_cast<Tagged*>(model.item(1))->tag, QStringLiteral("a tag long enough to need a heap block of its own"));
+    model.removeAll();
+    model.append(new EBoxItem(QStringLiteral("after")));
+    QCOMPARE(model.item(0)->text(), QStringLiteral("after"));
 }
 
 CG_TEST_MAIN(TestEBox)

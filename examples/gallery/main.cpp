@@ -34,9 +34,11 @@ std::vector<GalleryPage>& galleryPages()
     return pages;
 }
 
-bool registerGalleryPage(int order, const char* id, const char* title, std::function<QWidget*()> make)
+bool registerGalleryPage(int order, const char* id, const char* title, std::function<QWidget*()> make,
+                         std::function<QList<QWidget*>(QWidget*)> windows)
 {
-    galleryPages().push_back(GalleryPage{order, QString::fromUtf8(id), QString::fromUtf8(title), std::move(make)});
+    galleryPages().push_back(
+        GalleryPage{order, QString::fromUtf8(id), QString::fromUtf8(title), std::move(make), std::move(windows)});
     return true;
 }
 
@@ -102,6 +104,7 @@ int renderAll(GalleryWindow& window, const QString& dir)
     QDir().mkpath(dir);
     window.show();
     int written = 0;
+    int expected = window.pageCount();
     for (int i = 0; i < window.pageCount(); ++i) {
         window.showPage(i);
         QApplication::processEvents();
@@ -113,9 +116,28 @@ int renderAll(GalleryWindow& window, const QString& dir)
             ++written;
         else
             std::fprintf(stderr, "gallery: cannot write %s\n", file.toLocal8Bit().constData());
+
+        const auto& windows = galleryPages()[size_t(i)].windows;
+        const QList<QWidget*> opened = windows ? windows(window.page(i)) : QList<QWidget*>();
+        for (int k = 0; k < opened.size(); ++k) {
+            QWidget* w = opened.at(k);
+            w->show();
+            QApplication::processEvents();
+            ++expected;
+            const QString shot = QStringLiteral("%1/%2_%3_%4.png")
+                                     .arg(dir)
+                                     .arg(i + 1, 2, 10, QLatin1Char('0'))
+                                     .arg(window.page(i)->objectName())
+                                     .arg(k + 1);
+            if (w->grab().save(shot))
+                ++written;
+            else
+                std::fprintf(stderr, "gallery: cannot write %s\n", shot.toLocal8Bit().constData());
+            delete w;
+        }
     }
-    std::printf("gallery: wrote %d page image(s) to %s\n", written, QDir(dir).absolutePath().toLocal8Bit().constData());
-    return written == window.pageCount() ? 0 : 1;
+    std::printf("gallery: wrote %d image(s) to %s\n", written, QDir(dir).absolutePath().toLocal8Bit().constData());
+    return written == expected ? 0 : 1;
 }
 
 // The gallery keeps its settings (window layouts, remembered texts, its language) in

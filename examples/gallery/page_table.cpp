@@ -1,23 +1,19 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // SPDX-FileCopyrightText: common_gui developers
-// ETable: 100,000 generated hosts, a find bar driving ETable::find, column widths kept across restarts.
+// ETable: 100,000 generated hosts searched through the find dialog, column widths kept across restarts.
 #include "gallery.h"
 
 #include "common_gui_loc.h"
 #include "eboxlayout.h"
-#include "egroupbox.h"
+#include "ebutton.h"
+#include "efind.h"
+#include "emessage.h"
 #include "esettings.h"
 #include "etable.h"
 
-#include <QCheckBox>
 #include <QFontMetrics>
-#include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QVBoxLayout>
+#include <QShortcut>
 
 namespace {
 
@@ -66,66 +62,34 @@ private:
 
 } // namespace
 
-class TablePage : public QWidget
+class TablePage : public QWidget, public EFindOwner
 {
     Q_OBJECT
 public:
     TablePage()
+        : EFindOwner("GalleryTable")
     {
         auto* layout = new EVRootBoxLayout(this);
-        auto* intro = new QLabel(QStringLiteral("An ETable over 100,000 generated rows. Type a text and press Find "
-                                                "Next: the search goes on from the current cell and stops at the "
-                                                "end; the next Find Next starts again from the other end. Column "
-                                                "widths and order are saved under [GalleryTable]."),
+        auto* intro = new QLabel(QStringLiteral("An ETable over 100,000 generated rows. Find... (Ctrl+F) opens the "
+                                                "find dialog; Find Next (F3) searches again with the dialog closed. "
+                                                "The search goes on from the current cell; at the end it offers to "
+                                                "start over from the other end. Column widths and order are saved "
+                                                "under [GalleryTable]."),
                                  this);
         intro->setWordWrap(true);
         layout->addWidget(intro);
 
-        auto* findRow = new QHBoxLayout;
-        findRow->setSpacing(4);
-        auto* findLabel = new QLabel(LCQT__Find_what, this);
-        findWhat = new QLineEdit(this);
-        findWhat->setObjectName(QStringLiteral("findWhat"));
-        findWhat->setText(QStringLiteral("down"));
-        findLabel->setBuddy(findWhat);
-        auto* findButton = new QPushButton(LCQT__Find_Next__0, this);
-        findButton->setObjectName(QStringLiteral("findNext"));
-        findButton->setDefault(true);
-        findRow->addWidget(findLabel);
-        findRow->addWidget(findWhat, 1);
-        findRow->addSpacing(4);
-        findRow->addWidget(findButton);
-        layout->addLayout(findRow);
-
-        auto* options = new EHBoxLayout;
-        auto* checks = new EVBoxLayout;
-        matchCase = new QCheckBox(LCQT__Match_case, this);
-        matchCase->setObjectName(QStringLiteral("matchCase"));
-        wholeWord = new QCheckBox(LCQT__Match_whole_word_only, this);
-        wholeWord->setObjectName(QStringLiteral("wholeWord"));
-        allColumns = new QCheckBox(LCQT__Find_in_all_columns, this);
-        allColumns->setObjectName(QStringLiteral("allColumns"));
-        allColumns->setChecked(true);
-        checks->addWidget(matchCase);
-        checks->addWidget(wholeWord);
-        checks->addWidget(allColumns);
-        options->addLayout(checks);
-
-        auto* directionLayout = new EBoxLayout(QBoxLayout::LeftToRight, nullptr, 8, 8, 4, 8, 8);
-        auto* direction = new EGroupBox(LCQT__Direction, directionLayout, this);
-        up = new QRadioButton(LCQT__Up, direction);
-        up->setObjectName(QStringLiteral("up"));
-        auto* down = new QRadioButton(LCQT__Down, direction);
-        down->setChecked(true);
-        directionLayout->addWidget(up);
-        directionLayout->addWidget(down);
-        options->addWidget(direction);
-        options->addStretch(1);
-        layout->addLayout(options);
-
+        auto* findRow = new EHBoxLayout;
+        auto* findButton = new EButton(LCQT__Find, this);
+        findButton->setObjectName(QStringLiteral("find"));
+        auto* nextButton = new EButton(LCQT__Find_Next, this);
+        nextButton->setObjectName(QStringLiteral("findNext"));
         status = new QLabel(this);
         status->setObjectName(QStringLiteral("status"));
-        layout->addWidget(status);
+        findRow->addWidget(findButton);
+        findRow->addWidget(nextButton);
+        findRow->addWidget(status, 1);
+        layout->addLayout(findRow);
 
         table = new ETable(new HostModel(100000, this), false, this);
         table->setObjectName(QStringLiteral("table"));
@@ -145,18 +109,51 @@ public:
         table->setSlotForChangeSelection(this, SLOT(showSelection()));
         layout->addWidget(table, 1);
 
-        connect(findButton, &QPushButton::clicked, this, &TablePage::findNext);
-        connect(findWhat, &QLineEdit::returnPressed, this, &TablePage::findNext);
-        connect(findWhat, &QLineEdit::textEdited, this, [this] { restart = true; });
-
-        // Show a match in the headless screenshot too.
-        findNext();
+        // Every option of the dialog: match case, whole word, all columns and the direction.
+        makeFindDialog(this, EFind::MatchCase | EFind::WholeWord | EFind::AllColumns | EFind::Direction,
+                       "find.html");
+        connect(findButton, &QPushButton::clicked, findDialog, &EFind::findFirst);
+        connect(nextButton, &QPushButton::clicked, findDialog, &EFind::findNext);
+        auto* first = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), this);
+        connect(first, &QShortcut::activated, findDialog, &EFind::findFirst);
+        auto* next = new QShortcut(QKeySequence(Qt::Key_F3), this);
+        connect(next, &QShortcut::activated, findDialog, &EFind::findNext);
     }
 
     ~TablePage() override
     {
         ESettings s(group());
         table->saveState(s, "Columns");
+    }
+
+    /// The table searches but never wraps around: the owner asks, as the text editor does.
+    bool find() override
+    {
+        const QString text = findDialog->getText();
+        const Qt::CaseSensitivity cs = findDialog->getCaseSensitive() ? Qt::CaseSensitive : Qt::CaseInsensitive;
+        const int direction = findDialog->getDirection();
+        const auto search = [&](bool fromStart) {
+            return table->find(text, cs, findDialog->getWholeWord(), findDialog->getAllColumns(), direction,
+                               fromStart);
+        };
+        bool found = search(false);
+        if (!found && table->currentRow() >= 0) {
+            if (!EMessage::warn(this, direction < 0 ? LCQT__Text_not_found_above_this_point
+                                                    : LCQT__Text_not_found_below_this_point)) {
+                if (findDialog->isVisible())
+                    findDialog->hide();
+                return false;
+            }
+            found = search(true);
+        }
+        if (!found) {
+            status->setText(LCQT__Text_not_found);
+            EMessage::erro(this, LCQT__Text_not_found);
+            return false;
+        }
+        table->scrollTo(table->selectionModel()->currentIndex());
+        status->setText(QStringLiteral("Found in row %1, column %2").arg(table->currentRow() + 1).arg(table->currentColumn() + 1));
+        return true;
     }
 
 private slots:
@@ -178,31 +175,8 @@ private slots:
     }
 
 private:
-    void findNext()
-    {
-        const bool found = table->find(findWhat->text(), matchCase->isChecked() ? Qt::CaseSensitive : Qt::CaseInsensitive,
-                                       wholeWord->isChecked(), allColumns->isChecked(), up->isChecked() ? -1 : 1,
-                                       restart);
-        if (found) {
-            if (table->isVisible())
-                table->scrollTo(table->selectionModel()->currentIndex());
-            status->setText(QStringLiteral("Found in row %1, column %2")
-                                .arg(table->currentRow() + 1)
-                                .arg(table->currentColumn() + 1));
-        } else {
-            status->setText(LCQT__Text_not_found);
-        }
-        restart = !found;
-    }
-
-    QLineEdit* findWhat = nullptr;
-    QCheckBox* matchCase = nullptr;
-    QCheckBox* wholeWord = nullptr;
-    QCheckBox* allColumns = nullptr;
-    QRadioButton* up = nullptr;
     QLabel* status = nullptr;
     ETable* table = nullptr;
-    bool restart = true;
 };
 
 GALLERY_PAGE(50, "table", "Table", [] { return new TablePage; });

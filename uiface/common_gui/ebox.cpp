@@ -40,7 +40,80 @@ void selectRowRange(QAbstractItemView* view, int first, int end)
 
 } // namespace
 
+// --------------------------------------------------------------------------------------- FixedPool
+
+FixedPool::FixedPool(std::size_t blockSize)
+    : blockSize(std::max(blockSize, sizeof(void*)))
+{
+}
+
+FixedPool::~FixedPool()
+{
+    release();
+}
+
+void* FixedPool::take()
+{
+    ++live;
+    if (freeList) {
+        void* block = freeList;
+        freeList = *static_cast<void**>(block);
+        return block;
+    }
+    if (slabs.isEmpty() || used == slabBlocks) {
+        // Slabs grow from 64 blocks to 8192, so a short list costs little and a long one few slabs.
+        slabBlocks = std::min(64 << std::min(slabs.count(), 7), 8192);
+        slabs.append(static_cast<char*>(::operator new(std::size_t(slabBlocks) * blockSize)));
+        used = 0;
+    }
+    return slabs[slabs.count() - 1] + std::size_t(used++) * blockSize;
+}
+
+void FixedPool::give(void* block)
+{
+    *static_cast<void**>(block) = freeList;
+    freeList = block;
+    if (--live == 0)
+        release();
+}
+
+void FixedPool::release()
+{
+    for (char* slab : slabs)
+        ::operator delete(slab);
+    slabs.clear();
+    freeList = nullptr;
+    used = 0;
+    slabBlocks = 0;
+}
+
 // ---------------------------------------------------------------------------------------- EBoxItem
+
+namespace {
+
+// Never destroyed: items of models that outlive main() may still come back to it.
+FixedPool& itemPool()
+{
+    static FixedPool* pool = new FixedPool(sizeof(EBoxItem));
+    return *pool;
+}
+
+} // namespace
+
+void* EBoxItem::operator new(std::size_t size)
+{
+    return size == sizeof(EBoxItem) ? itemPool().take() : ::operator new(size);
+}
+
+void EBoxItem::operator delete(void* item, std::size_t size)
+{
+    if (!item)
+        return;
+    if (size == sizeof(EBoxItem))
+        itemPool().give(item);
+    else
+        ::operator delete(item);
+}
 
 EBoxItem::EBoxItem(const QString& text, const QPixmap* icon)
     : m_icon(icon)
@@ -500,6 +573,10 @@ EBox::EBox(QWidget* parent)
     setTextElideMode(Qt::ElideRight);
     // Every row has the same height, so a long list is laid out without measuring each row.
     setUniformItemSizes(true);
+    // Lay out the first rows before showing and the rest while events are processed: the first
+    // paint of a million rows then costs what it costs for ten thousand.
+    setLayoutMode(QListView::Batched);
+    setBatchSize(layoutBatch);
     m_model = new EBoxModel(this);
     setModel(m_model);
 }
@@ -507,6 +584,17 @@ EBox::EBox(QWidget* parent)
 EBox::~EBox()
 {
     delete m_model;
+}
+
+void EBox::scrollTo(const QModelIndex& index, ScrollHint hint)
+{
+    // A row beyond the rows laid out so far has no place yet: finish the layout first.
+    if (index.isValid() && index.row() >= layoutBatch && visualRect(index).isEmpty()) {
+        setLayoutMode(QListView::SinglePass);
+        doItemsLayout();
+        setLayoutMode(QListView::Batched);
+    }
+    QListView::scrollTo(index, hint);
 }
 
 void EBox::setSelected(int row, bool selected)

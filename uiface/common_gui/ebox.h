@@ -170,6 +170,32 @@ public:
     }
 };
 
+/// A pool of equal-sized blocks for small objects made by the hundred thousand (list items, table
+/// cells): blocks come from slabs instead of one heap allocation each, freed blocks are reused, and
+/// the slabs go back to the heap when the last block is freed. Use it on the GUI thread only.
+class COMMON_GUI_EXPORT FixedPool
+{
+public:
+    explicit FixedPool(std::size_t blockSize);
+    ~FixedPool();
+    FixedPool(const FixedPool&) = delete;
+    FixedPool& operator=(const FixedPool&) = delete;
+
+    void* take();
+    /// \a block must come from take() of this pool.
+    void give(void* block);
+
+private:
+    void release();
+
+    std::size_t blockSize = 0;
+    SimpleVector<char*> slabs;
+    void* freeList = nullptr;
+    std::size_t live = 0;
+    int used = 0;
+    int slabBlocks = 0;
+};
+
 /// One entry of a list box or combo box: an optional icon, a text and one word that is either an
 /// integer id or a data pointer. The icon is not owned and must outlive the item.
 class COMMON_GUI_EXPORT EBoxItem
@@ -181,6 +207,9 @@ public:
     EBoxItem(const QPixmap* icon, const QString& text, const void* data);
     virtual ~EBoxItem();
     EBoxItem(const EBoxItem&) = delete;
+    /// Items of this exact size come from a FixedPool: make and delete them on the GUI thread.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* item, std::size_t size);
     EBoxItem& operator=(const EBoxItem&) = delete;
 
     /// The tool tip the list shows; the text unless a subclass says otherwise.
@@ -372,6 +401,10 @@ public:
         return bool(connect(this, &QWidget::customContextMenuRequested, receiver, slot));
     }
 
+    /// Also reaches rows that the batched layout has not placed yet.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
 private:
+    static constexpr int layoutBatch = 10000;
     EBoxModel* m_model = nullptr;
 };
