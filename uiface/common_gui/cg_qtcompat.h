@@ -9,6 +9,9 @@
 
 #include "common_gui_export.h"
 
+#include <QAction>
+#include <QKeySequence>
+#include <QMenu>
 #include <QString>
 #include <QtGlobal>
 
@@ -30,6 +33,16 @@ using EnterEvent = QEvent;
 using NativeEventResult = long;
 using HashValue = uint;
 #endif
+
+/// A menu entry that calls \a slot of \a receiver, with a shortcut. Qt 5 has only the order
+/// (text, receiver, slot, shortcut), which Qt 6.4 deprecates; Qt 6's (text, shortcut, ...) is new.
+template <typename Receiver, typename Slot>
+QAction* addAction(QMenu* menu, const QString& text, const Receiver* receiver, Slot slot, const QKeySequence& shortcut)
+{
+    QAction* action = menu->addAction(text, receiver, slot);
+    action->setShortcut(shortcut);
+    return action;
+}
 
 /// Qt's own translation files (qt_ru.qm and the like).
 COMMON_GUI_EXPORT QString qtTranslationsPath();
