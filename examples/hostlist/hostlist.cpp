@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "hostlist.h"
 
-#include "common_core.h"
+#include "platform/common_core.h"
 #include "common_gui_loc.h"
 #include "common_gui_res.h"
 #include "ebrowser.h"

@@ -7,11 +7,11 @@
 
 #include "cg_loc_modules.h"
 #include "common_gui_res.h"
-#include "common_core.h"
+#include "platform/common_core.h"
 #include "ectrlc.h"
 #include "edirs.h"
 #include "eresource.h"
-#include "paths.h"
+#include "platform/paths.h"
 
 #include <QApplication>
 #include <QDir>
