@@ -10,7 +10,7 @@
 #include "ectrlc.h"
 #include "edirs.h"
 #include "eresource.h"
-#include "paths.h"
+#include "platform/paths.h"
 
 #include <QApplication>
 #include <QComboBox>

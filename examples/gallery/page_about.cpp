@@ -3,7 +3,7 @@
 #include "gallery.h"
 
 #include "edirs.h"
-#include "paths.h"
+#include "platform/paths.h"
 
 #include <QFormLayout>
 #include <QLabel>

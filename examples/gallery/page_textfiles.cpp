@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "gallery.h"
 
-#include "common_core.h"
+#include "platform/common_core.h"
 #include "ebutton.h"
 #include "eboxlayout.h"
 #include "ecodeeditor.h"
