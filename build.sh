@@ -9,6 +9,9 @@
 #   ./build.sh fuzz [SECONDS]  install clang, build the fuzz targets, run each on a copy of its seed
 #                           corpus for SECONDS (30); fails on the first report. New findings are
 #                           left in build-fuzz/findings/<target>/ for tests/data/fuzz/<target>/.
+#
+# CG_QT_MAJOR=6 ./build.sh ... does the same against Qt 6 (default 5), in build-qt6/ and
+# build-qt6-sanitize/ so that both majors' builds live side by side.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -18,7 +21,15 @@ jobs=$(nproc)
 
 as_root() { if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi; }
 
-packages=(cmake g++ make pkg-config qtbase5-dev qtbase5-dev-tools libqt5x11extras5-dev qttranslations5-l10n
+qt_major=${CG_QT_MAJOR:-5}
+case "$qt_major" in
+  5) qt_packages=(qtbase5-dev qtbase5-dev-tools libqt5x11extras5-dev qttranslations5-l10n)
+     build_dir=build ;;
+  6) qt_packages=(qt6-base-dev qt6-base-dev-tools qt6-5compat-dev qt6-translations-l10n libgl-dev)
+     build_dir=build-qt6 ;;
+  *) echo "CG_QT_MAJOR must be 5 or 6, not '$qt_major'" >&2; exit 2 ;;
+esac
+packages=(cmake g++ make pkg-config "${qt_packages[@]}"
           libx11-dev libbenchmark-dev xvfb xauth trayer locales)
 
 install_missing() {
@@ -40,7 +51,7 @@ install_missing() {
 
 configure_build() { # dir, extra cmake args...
   local dir=$1; shift
-  cmake -S . -B "$dir" "$@" >/dev/null
+  cmake -S . -B "$dir" -DCG_QT_MAJOR="$qt_major" "$@" >/dev/null
   cmake --build "$dir" -j"$jobs"
 }
 
@@ -52,8 +63,8 @@ run_tests() { # dir
 [ "$mode" = fuzz ] && packages+=(clang)
 
 fuzz() { # seconds per target
-  local seconds=$1 dir=build-fuzz
-  CC=clang CXX=clang++ cmake -S . -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCG_FUZZ=ON \
+  local seconds=$1 dir=${build_dir/build/build-fuzz}
+  CC=clang CXX=clang++ cmake -S . -B "$dir" -DCG_QT_MAJOR="$qt_major" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCG_FUZZ=ON \
     -DCG_BUILD_TESTS=OFF -DCG_BUILD_GALLERY=OFF -DCG_BUILD_BENCH=OFF >/dev/null
   local targets
   targets=$(sed -n 's/^set(CG_FUZZ_TARGETS \(.*\))$/\1/p' CMakeLists.txt)
@@ -81,28 +92,28 @@ fuzz() { # seconds per target
 install_missing
 case "$mode" in
   gallery)
-    configure_build build -DCMAKE_BUILD_TYPE=Release
-    exec ./build/bin/common_gui_gallery "${@:2}"
+    configure_build "$build_dir" -DCMAKE_BUILD_TYPE=Release
+    exec "./$build_dir/bin/common_gui_gallery" "${@:2}"
     ;;
   test)
     if [ "$variant" = all ] || [ "$variant" = normal ]; then
-      configure_build build -DCMAKE_BUILD_TYPE=Release
-      run_tests build
+      configure_build "$build_dir" -DCMAKE_BUILD_TYPE=Release
+      run_tests "$build_dir"
     fi
     if [ "$variant" = all ] || [ "$variant" = sanitize ]; then
-      configure_build build-sanitize -DCMAKE_BUILD_TYPE=Debug -DCG_SANITIZE=ON -DCG_BUILD_BENCH=OFF
-      run_tests build-sanitize
+      configure_build "$build_dir-sanitize" -DCMAKE_BUILD_TYPE=Debug -DCG_SANITIZE=ON -DCG_BUILD_BENCH=OFF
+      run_tests "$build_dir-sanitize"
     fi
     ;;
   bench)
-    configure_build build -DCMAKE_BUILD_TYPE=Release
-    ./build/bin/cg_bench "${@:2}"
+    configure_build "$build_dir" -DCMAKE_BUILD_TYPE=Release
+    "./$build_dir/bin/cg_bench" "${@:2}"
     ;;
   fuzz)
     fuzz "${2:-30}"
     ;;
   *)
-    echo "usage: $0 gallery|test [normal|sanitize]|bench|fuzz [SECONDS]" >&2
+    echo "usage: [CG_QT_MAJOR=5|6] $0 gallery|test [normal|sanitize]|bench|fuzz [SECONDS]" >&2
     exit 2
     ;;
 esac

@@ -7,7 +7,7 @@ foreach(set early late)
   set(rcc ${CMAKE_CURRENT_BINARY_DIR}/eresource_${set}.rcc)
   add_custom_command(
     OUTPUT ${rcc}
-    COMMAND $<TARGET_FILE:Qt5::rcc> --binary ${CG_ERESOURCE_DATA}/${set}.qrc -o ${rcc}
+    COMMAND $<TARGET_FILE:${CG_QT}::rcc> --binary ${CG_ERESOURCE_DATA}/${set}.qrc -o ${rcc}
     DEPENDS ${CG_ERESOURCE_DATA}/${set}.qrc ${CG_ERESOURCE_DATA}/blue24.png ${CG_ERESOURCE_DATA}/red16.png
             ${CG_ERESOURCE_DATA}/garbage.png
     VERBATIM)

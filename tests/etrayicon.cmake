@@ -3,7 +3,7 @@
 # tst_etrayicon asks the X server about the tray's windows. CTest runs it twice: offscreen like every
 # suite (no tray there), and under a virtual X server of its own, where the test starts a real tray
 # host (trayer) and puts icons into it.
-target_link_libraries(tst_etrayicon PRIVATE Qt5::X11Extras ${X11_LIBRARIES})
+target_link_libraries(tst_etrayicon PRIVATE ${X11_LIBRARIES})
 
 find_program(CG_XVFB Xvfb)
 if(CG_XVFB)

@@ -6,7 +6,7 @@ foreach(target ${CG_FUZZ_TARGETS})
   add_executable(replay_${target} ${PROJECT_SOURCE_DIR}/fuzz/${target}.cpp ${PROJECT_SOURCE_DIR}/fuzz/fuzzsupport.cpp
                  ${PROJECT_SOURCE_DIR}/fuzz/replay_main.cpp)
   target_include_directories(replay_${target} PRIVATE ${PROJECT_SOURCE_DIR}/fuzz)
-  target_link_libraries(replay_${target} PRIVATE common_gui cg_locfile Qt5::Widgets)
+  target_link_libraries(replay_${target} PRIVATE common_gui cg_locfile Qt::Widgets)
   set(inputs ${PROJECT_SOURCE_DIR}/fuzz/corpus/${target})
   if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/data/fuzz/${target})
     list(APPEND inputs ${CMAKE_CURRENT_SOURCE_DIR}/data/fuzz/${target})

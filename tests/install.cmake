@@ -12,6 +12,7 @@ if(CG_PKG_CONFIG)
     -DCG_CXX=${CMAKE_CXX_COMPILER}
     -DCG_SANITIZE=${CG_SANITIZE}
     -DCG_LAUNCHER=${CG_CCACHE}
+    -DCG_QT_MAJOR=${CG_QT_MAJOR}
     -P ${CMAKE_CURRENT_SOURCE_DIR}/install_consumer/run.cmake)
   set_tests_properties(install_consumer PROPERTIES ENVIRONMENT "${CG_TEST_ENV}" TIMEOUT 900 RUN_SERIAL TRUE)
 else()

@@ -5,7 +5,7 @@
 # directory away, which no other program of the build should see.
 set(CG_LOC_PROBE_DIR ${CMAKE_CURRENT_BINARY_DIR}/loc_probe)
 add_executable(cg_loc_probe ${CMAKE_CURRENT_SOURCE_DIR}/probe/loc_probe.cpp)
-target_link_libraries(cg_loc_probe PRIVATE common_gui Qt5::Core)
+target_link_libraries(cg_loc_probe PRIVATE common_gui Qt::Core)
 set_target_properties(cg_loc_probe PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CG_LOC_PROBE_DIR})
 file(WRITE ${CG_LOC_PROBE_DIR}/qt.conf "[Paths]\nTranslations=no-translations-here\n")
 

@@ -45,7 +45,7 @@ while(TRUE)
   file(WRITE ${source}.new "${code}\n")
   configure_file(${source}.new ${source} COPYONLY)
   add_executable(${name} ${source})
-  target_link_libraries(${name} PRIVATE common_gui Qt5::Widgets)
+  target_link_libraries(${name} PRIVATE common_gui Qt::Widgets)
   target_compile_options(${name} PRIVATE -include ${CMAKE_CURRENT_SOURCE_DIR}/readme/quit_soon.h)
   add_test(NAME ${name} COMMAND ${CMAKE_COMMAND} -E env
     CG_USER_DIR=${CG_README_DIR}/${name}/user CG_COMMON_DIR=${CG_README_DIR}/${name}/common

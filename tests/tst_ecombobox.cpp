@@ -57,7 +57,7 @@ QVector<Element> elementsOf(const QStringList& names)
 {
     QVector<Element> list;
     for (const QString& name : names)
-        list.append({name, 100 + list.size(), nullptr});
+        list.append({name, 100 + int(list.size()), nullptr});
     return list;
 }
 
@@ -445,6 +445,10 @@ void TestEComboBox::damagedRememberedArrayKeepsEveryText()
     file.write("[EComboStatePair_QWidget]\n");
     for (const QString& line : ini.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
         file.write("Damaged\\" + line.toUtf8() + '\n');
+    // QSettings rereads a cached file only when its size or time changed, and the previous row's
+    // file can have the same size and the same millisecond.
+    QVERIFY(file.flush());
+    QVERIFY(file.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
     file.close();
 
     QWidget owner;

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "cgtest.h"
 
+#include "cg_qtcompat.h"
 #include "etrayicon.h"
 
 #include <QMenu>
@@ -9,7 +10,6 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QSystemTrayIcon>
-#include <QX11Info>
 
 #include <X11/Xlib.h>
 
@@ -36,7 +36,7 @@ struct Embedding
 Embedding embeddingOf(QWidget* w)
 {
     Embedding e;
-    Display* display = QX11Info::display();
+    Display* display = CgQt::x11Display();
     Window root = 0, parent = 0;
     Window* children = nullptr;
     unsigned int count = 0;
@@ -200,7 +200,7 @@ bool TestETrayIcon::startTray()
     }
     if (tray)
         return true;
-    if (!QX11Info::isPlatformX11()) {
+    if (!CgQt::x11Display()) {
         QTest::qSkip("the tray needs X11: run under a virtual X server (see tests/etrayicon.cmake)", __FILE__, __LINE__);
         return false;
     }

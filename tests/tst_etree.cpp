@@ -476,7 +476,7 @@ void TestETree::connectorsReachTheReceiver()
     QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.visualItemRect(rows[1]).center());
     QCOMPARE(currentChanges, 1);
 
-    QContextMenuEvent menu(QContextMenuEvent::Mouse, onA);
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, onA, tree.viewport()->mapToGlobal(onA));
     QCoreApplication::sendEvent(tree.viewport(), &menu);
     QCOMPARE(menuAt, onA);
 }

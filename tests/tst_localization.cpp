@@ -3,11 +3,11 @@
 #include "cgtest.h"
 
 #include "cg_loc_modules.h"
+#include "cg_qtcompat.h"
 #include "common_gui_loc.h"
 #include "edirs.h"
 #include "qt_loc_loader.h"
 
-#include <QLibraryInfo>
 #include <QProcess>
 #include <QTranslator>
 #include <QTemporaryDir>
@@ -51,7 +51,7 @@ struct LocImage
         stream.setByteOrder(bigEndian ? QDataStream::BigEndian : QDataStream::LittleEndian);
         stream << reserved;
         stream.writeRawData(magic.constData(), magic.size());
-        stream << version << unit << id << count << (dataSize == -1 ? block.size() : dataSize);
+        stream << version << unit << id << count << qint32(dataSize == -1 ? block.size() : dataSize);
         for (qint32 offset : offsets)
             stream << offset;
         return out + block;
@@ -339,7 +339,10 @@ void TestLocalization::compilerRefusesBadSources_data()
     const QList<QByteArray> lines = readAll(QStringLiteral(CG_SOURCE_DIR "/translations/eng.txt")).split('\n');
     auto with = [&lines](int index, const QByteArray& line) {
         QList<QByteArray> l = lines;
-        line.isNull() ? l.removeAt(index) : l.insert(index, line);
+        if (line.isNull())
+            l.removeAt(index);
+        else
+            l.insert(index, line);
         return l.join('\n');
     };
     const int first = int(std::find_if(lines.begin(), lines.end(), [](const QByteArray& l) {
@@ -388,8 +391,8 @@ void TestLocalization::qtTranslationIsInstalledOnlyForRussian()
     QCOMPARE(module.load("eng", &error), 1);
     QCOMPARE(qApp->findChildren<QTranslator*>().size(), before);
 
-    if (!QFile::exists(QLibraryInfo::location(QLibraryInfo::TranslationsPath) + QStringLiteral("/qt_ru.qm")))
-        QSKIP("Qt's Russian translation is not installed (package qttranslations5-l10n)");
+    if (!QFile::exists(CgQt::qtTranslationsPath() + QStringLiteral("/qt_ru.qm")))
+        QSKIP("Qt's Russian translation is not installed (qttranslations5-l10n or qt6-translations-l10n)");
     QCOMPARE(module.load("rus", &error), 1);
     const QList<QTranslator*> translators = qApp->findChildren<QTranslator*>();
     QCOMPARE(translators.size(), before + 1);

@@ -14,6 +14,7 @@
 #include <QFileInfo>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -38,6 +39,10 @@ int main(int argc, char** argv)
         return 100;
     }
     const QString prefix = QFileInfo(QString::fromUtf8(argv[1])).canonicalFilePath();
+
+    // The flags the package handed out compiled this program against the Qt the library runs on.
+    check(QT_VERSION_MAJOR == CG_EXPECT_QT_MAJOR && std::atoi(qVersion()) == CG_EXPECT_QT_MAJOR,
+          "compiled and running on the library's Qt major");
 
     // With no CG_RESOURCE_DIR the library finds the data directory of its own install.
     const QString resources = QString::fromUtf8(EDirs::c_resourceDir());

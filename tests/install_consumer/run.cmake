@@ -4,7 +4,7 @@
 # it: once through find_package(common_gui), once with the flags pkg-config gives.
 # Then the example application is built against the install, installed beside it, and runs its
 # self-test headless with its own product directories.
-# Arguments: CG_BUILD_DIR CG_CONSUMER_SOURCE CG_EXAMPLE_SOURCE CG_WORK_DIR CG_CXX CG_SANITIZE CG_LAUNCHER
+# Arguments: CG_BUILD_DIR CG_CONSUMER_SOURCE CG_EXAMPLE_SOURCE CG_WORK_DIR CG_CXX CG_SANITIZE CG_LAUNCHER CG_QT_MAJOR
 
 function(run what)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
@@ -61,7 +61,7 @@ if(CG_LAUNCHER)
   set(launcher -DCMAKE_CXX_COMPILER_LAUNCHER=${CG_LAUNCHER})
 endif()
 run("configure the consumer" ${CMAKE_COMMAND} -S ${CG_CONSUMER_SOURCE} -B ${CG_WORK_DIR}/build
-  -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${CG_CXX} ${launcher}
+  -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH=${prefix} -DCG_EXPECT_QT_MAJOR=${CG_QT_MAJOR} -DCMAKE_CXX_COMPILER=${CG_CXX} ${launcher}
   "-DCMAKE_CXX_FLAGS=${sanitizer_string}" "-DCMAKE_EXE_LINKER_FLAGS=${sanitizer_string}")
 file(STRINGS ${CG_WORK_DIR}/build/CMakeCache.txt found REGEX "^common_gui_DIR:")
 string(FIND "${found}" "${prefix}/" at)
@@ -80,6 +80,12 @@ if(NOT pc_count EQUAL 1)
 endif()
 get_filename_component(pc_dir ${pc_files} DIRECTORY)
 set(ENV{PKG_CONFIG_PATH} ${pc_dir})
+run("pkg-config" pkg-config --variable=qt_major common_gui)
+string(STRIP "${run_output}" pc_qt_major)
+run("pkg-config" pkg-config --print-requires common_gui)
+if(NOT pc_qt_major STREQUAL CG_QT_MAJOR OR NOT run_output MATCHES "(^|\n)Qt${CG_QT_MAJOR}Widgets")
+  message(FATAL_ERROR "common_gui.pc names Qt '${pc_qt_major}' and requires:\n${run_output}\nthe build used Qt ${CG_QT_MAJOR}")
+endif()
 run("pkg-config" pkg-config --cflags --libs common_gui)
 string(STRIP "${run_output}" pc_flags)
 message(STATUS "pkg-config: ${pc_flags}")
@@ -102,7 +108,7 @@ if(NOT saw_include OR NOT EXISTS "${libdir}/libcommon_gui.so")
   message(FATAL_ERROR "pkg-config does not point into the install: ${pc_flags}")
 endif()
 file(REMOVE_RECURSE ${CG_WORK_DIR}/user ${CG_WORK_DIR}/common)
-run("build with pkg-config flags" ${CG_CXX} -std=c++17 ${sanitizer_flags} ${CG_CONSUMER_SOURCE}/main.cpp
+run("build with pkg-config flags" ${CG_CXX} -std=c++17 ${sanitizer_flags} -DCG_EXPECT_QT_MAJOR=${CG_QT_MAJOR} ${CG_CONSUMER_SOURCE}/main.cpp
   ${pc_flags} -Wl,-rpath,${libdir} -o ${CG_WORK_DIR}/consumer_pc)
 run("run the pkg-config consumer" ${CG_WORK_DIR}/consumer_pc ${prefix})
 message("${run_output}")

@@ -32,7 +32,7 @@ int qtLibrary(int argc, char** argv)
     std::string error;
     const int result = module.load(argv[2], &error);
     std::printf("result=%d\nerror=%s\ntranslators=%d\ncancel=%s\n", result, error.c_str(),
-                app.findChildren<QTranslator*>().size(),
+                int(app.findChildren<QTranslator*>().size()),
                 QCoreApplication::translate("QPlatformTheme", "Cancel").toUtf8().constData());
     return 0;
 }

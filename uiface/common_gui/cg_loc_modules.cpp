@@ -2,12 +2,12 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "cg_loc_modules.h"
 
+#include "cg_qtcompat.h"
 #include "common_gui_loc.h"
 #include "edirs.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QLibraryInfo>
 #include <QTranslator>
 
 #include <cstring>
@@ -51,7 +51,7 @@ int QTLibModule::load(const char* language, std::string* error)
     QCoreApplication* app = QCoreApplication::instance();
     // Owned here until it is installed, so a failed load leaves no stray translator in the application.
     std::unique_ptr<QTranslator> translator(new QTranslator(app));
-    bool loaded = translator->load(fileName, QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    bool loaded = translator->load(fileName, CgQt::qtTranslationsPath());
     // An empty canonical path means the directory does not exist; "" would search the working directory.
     if (!loaded && !resourceDir.isEmpty())
         loaded = translator->load(fileName, resourceDir);

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "elspdialog.h"
 
+#include "cg_qtcompat.h"
 #include "common_gui_loc.h"
 #include "elsptextedit.h"
 #include "etexteditor.h"
@@ -34,9 +35,9 @@ ELSPDialog::ELSPDialog(QWidget* parent, const QString& title, ELSPTextEdit* edit
 
     fileMenu = menuBar->addMenu(LCQT__File);
     fileMenu->setObjectName(QStringLiteral("fileMenu"));
-    fileMenu->addAction(LCQT__Open, this, &ELSPDialog::doOpen, QKeySequence(QStringLiteral("Ctrl+O")))
+    CgQt::addAction(fileMenu, LCQT__Open, this, &ELSPDialog::doOpen, QKeySequence(QStringLiteral("Ctrl+O")))
         ->setObjectName(QStringLiteral("openAction"));
-    fileMenu->addAction(LCQT__Save__0, this, &ELSPDialog::doSave, QKeySequence(QStringLiteral("Ctrl+S")))
+    CgQt::addAction(fileMenu, LCQT__Save__0, this, &ELSPDialog::doSave, QKeySequence(QStringLiteral("Ctrl+S")))
         ->setObjectName(QStringLiteral("saveAction"));
     fileMenu->addAction(LCQT__Save_as, this, &ELSPDialog::doSaveAs)->setObjectName(QStringLiteral("saveAsAction"));
     viewMenu = EEditorWindow::addViewMenu(menuBar, this->editor);

@@ -55,8 +55,9 @@ bool someScreenShows(const QPoint& pos, const QSize& size)
 }
 
 // QWidget::restoreGeometry reads whatever is there and accepts a cut-off record, which places
-// the window at random (a 1 x 1 window is typical). Read the fields Qt 5 writes and refuse the
-// bytes unless they are all present and describe a window of some size.
+// the window at random (a 1 x 1 window is typical). Read the fields of the record (Qt 5.15 and
+// Qt 6 both write version 3.0; 1.0 and 2.0 come from older Qt and lack the later fields) and
+// refuse the bytes unless they are all present and describe a window of some size.
 bool geometryIsComplete(const QByteArray& bytes)
 {
     QDataStream stream(bytes);

@@ -136,7 +136,7 @@ const QItemEditorFactory* editorFactory()
 {
     static const std::unique_ptr<QItemEditorFactory> factory = [] {
         auto* f = new QItemEditorFactory;
-        f->registerEditor(QVariant::String, new EditBoxCreator);
+        f->registerEditor(QMetaType::QString, new EditBoxCreator);
         return std::unique_ptr<QItemEditorFactory>(f);
     }();
     return factory.get();

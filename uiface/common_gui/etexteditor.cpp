@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "etexteditor.h"
 
+#include "cg_qtcompat.h"
 #include "common_gui_loc.h"
 #include "ecodeeditor.h"
 #include "eboxlayout.h"
@@ -50,11 +51,11 @@ QMenu* EEditorWindow::addViewMenu(QMenuBar* bar, EPlainTextEdit* editor)
 {
     QMenu* menu = bar->addMenu(LCQT__View);
     menu->setObjectName(QStringLiteral("viewMenu"));
-    menu->addAction(LCQT__Find, editor, &EPlainTextEdit::findFirst, QKeySequence(QStringLiteral("Ctrl+F")))
+    CgQt::addAction(menu, LCQT__Find, editor, &EPlainTextEdit::findFirst, QKeySequence(QStringLiteral("Ctrl+F")))
         ->setObjectName(QStringLiteral("findAction"));
-    menu->addAction(LCQT__Find_Next, editor, &EPlainTextEdit::findNext, QKeySequence(Qt::Key_F3))
+    CgQt::addAction(menu, LCQT__Find_Next, editor, &EPlainTextEdit::findNext, QKeySequence(Qt::Key_F3))
         ->setObjectName(QStringLiteral("findNextAction"));
-    menu->addAction(LCQT__Go_to_Line, editor, &EPlainTextEdit::goToLine, QKeySequence(QStringLiteral("Ctrl+G")))
+    CgQt::addAction(menu, LCQT__Go_to_Line, editor, &EPlainTextEdit::goToLine, QKeySequence(QStringLiteral("Ctrl+G")))
         ->setObjectName(QStringLiteral("goToLineAction"));
     return menu;
 }
@@ -125,11 +126,11 @@ void ETextEditor::build()
         fileMenu = menuBar->addMenu(LCQT__File);
         fileMenu->setObjectName(QStringLiteral("fileMenu"));
         if (menuFlags & OpenMenu) {
-            fileMenu->addAction(LCQT__Open, this, &ETextEditor::doOpen, QKeySequence(QStringLiteral("Ctrl+O")))
+            CgQt::addAction(fileMenu, LCQT__Open, this, &ETextEditor::doOpen, QKeySequence(QStringLiteral("Ctrl+O")))
                 ->setObjectName(QStringLiteral("openAction"));
         }
         if (menuFlags & SaveMenu) {
-            fileMenu->addAction(LCQT__Save__0, this, &ETextEditor::doSave, QKeySequence(QStringLiteral("Ctrl+S")))
+            CgQt::addAction(fileMenu, LCQT__Save__0, this, &ETextEditor::doSave, QKeySequence(QStringLiteral("Ctrl+S")))
                 ->setObjectName(QStringLiteral("saveAction"));
             fileMenu->addAction(LCQT__Save_as, this, &ETextEditor::doSaveAs)
                 ->setObjectName(QStringLiteral("saveAsAction"));

@@ -2,11 +2,12 @@
 // SPDX-FileCopyrightText: common_gui developers
 #include "etrayicon.h"
 
+#include "cg_qtcompat.h"
+
 #include <QApplication>
 #include <QSystemTrayIcon>
 #include <QTimer>
 #include <QWidget>
-#include <QX11Info>
 
 #include <X11/Xlib.h>
 
@@ -18,9 +19,7 @@ namespace {
 /// (its parent is still the root window) or when the server cannot tell.
 int embeddingEdge(QWidget* w)
 {
-    if (!QX11Info::isPlatformX11())
-        return 0;
-    Display* display = QX11Info::display();
+    Display* display = CgQt::x11Display();
     if (!display)
         return 0;
     Window root = 0;
