@@ -22,6 +22,7 @@
 #include <QMessageBox>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 
 #include <algorithm>
@@ -193,9 +194,28 @@ int main(int argc, char** argv)
     // The default images of the library's icon table, installed with the library.
     Resource::loadDefaultIcons();
 
+    // Nobody answers a message box in a headless run: one that opens is a fault of the page, so it
+    // is reported and closed instead of blocking the run for ever.
+    int blocked = 0;
+    QTimer modalWatch;
+    if (!shotDir.isEmpty()) {
+        QObject::connect(&modalWatch, &QTimer::timeout, &app, [&blocked] {
+            QWidget* modal = QApplication::activeModalWidget();
+            if (!modal)
+                return;
+            const auto* box = qobject_cast<QMessageBox*>(modal);
+            std::fprintf(stderr, "gallery: a modal window blocked the run: %s: %s\n",
+                         modal->windowTitle().toLocal8Bit().constData(),
+                         box ? box->text().toLocal8Bit().constData() : "");
+            ++blocked;
+            modal->close();
+        });
+        modalWatch.start(500);
+    }
+
     GalleryWindow window;
     if (!shotDir.isEmpty())
-        return renderAll(window, shotDir);
+        return renderAll(window, shotDir) == 0 && blocked == 0 ? 0 : 1;
     window.show();
     return app.exec();
 }
