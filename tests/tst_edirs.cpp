@@ -120,6 +120,12 @@ void TestEDirs::languageAndHelpDirAreCachedUntilSet()
     QCOMPARE(EDirs::getHelpDir(), help + QStringLiteral("fin"));
     EDirs::setHelpDir(QString()); // null: computed again on the next call
     QCOMPARE(EDirs::getHelpDir(), help + QStringLiteral("eng"));
+
+    // A damaged common file is replaced all the same: the choice must not land in the user's file.
+    QVERIFY(writeFile(lang, "[Language\n\x01=\"open\n@Variant(junk"));
+    EDirs::setLanguage("rus");
+    QVERIFY(!QFile::exists(user + QStringLiteral("/lang.ini")));
+    QCOMPARE(QByteArray(EDirs::getLanguage()), QByteArray("rus"));
 }
 
 void TestEDirs::localeFallbackKeepsTheEnvironmentsLocale()

@@ -54,7 +54,8 @@ bool writeLanguageFile(const QDir& dir, const QString& code)
     ESettings s(dir, languageFile, QStringLiteral("Language"));
     s.setValue(QStringLiteral("Code"), code);
     s.sync();
-    return s.status() == QSettings::NoError;
+    // A damaged old file reads as FormatError, yet Qt writes the new value over it all the same.
+    return s.status() != QSettings::AccessError;
 }
 
 } // namespace
