@@ -12,6 +12,8 @@
 #include <QSettings>
 #include <QWidget>
 
+#include <climits>
+
 namespace {
 
 const QString sizeKey()
@@ -54,6 +56,16 @@ bool someScreenShows(const QPoint& pos, const QSize& size)
     return false;
 }
 
+// A rectangle read from a file may span more than an int: QRect::size() would overflow.
+bool someScreenShows(const QRect& rect)
+{
+    const qint64 width = qint64(rect.right()) - rect.left() + 1;
+    const qint64 height = qint64(rect.bottom()) - rect.top() + 1;
+    if (width <= 0 || height <= 0 || width > INT_MAX || height > INT_MAX)
+        return false;
+    return someScreenShows(rect.topLeft(), QSize(int(width), int(height)));
+}
+
 // QWidget::restoreGeometry reads whatever is there and accepts a cut-off record, which places
 // the window at random (a 1 x 1 window is typical). Read the fields of the record (Qt 5.15 and
 // Qt 6 both write version 3.0; 1.0 and 2.0 come from older Qt and lack the later fields) and
@@ -80,8 +92,7 @@ bool geometryIsComplete(const QByteArray& bytes)
     if (major > 2)
         stream >> geometry;
     return stream.status() == QDataStream::Ok && magic == 0x1D9D0CB && normal.isValid()
-           && someScreenShows(frame.topLeft(), frame.size()) && someScreenShows(normal.topLeft(), normal.size())
-           && someScreenShows(geometry.topLeft(), geometry.size());
+           && someScreenShows(frame) && someScreenShows(normal) && someScreenShows(geometry);
 }
 
 } // namespace
