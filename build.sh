@@ -63,6 +63,8 @@ run_tests() { # dir
 [ "$mode" = fuzz ] && packages+=(clang)
 
 fuzz() { # seconds per target
+  # A fixed seed makes a run repeatable (CI meets the inputs a developer met); CG_FUZZ_SEED=0 picks
+  # a random one for exploring.
   local seconds=$1 dir=${build_dir/build/build-fuzz}
   CC=clang CXX=clang++ cmake -S . -B "$dir" -DCG_QT_MAJOR="$qt_major" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCG_FUZZ=ON \
     -DCG_BUILD_TESTS=OFF -DCG_BUILD_GALLERY=OFF -DCG_BUILD_BENCH=OFF >/dev/null
@@ -78,7 +80,7 @@ fuzz() { # seconds per target
     echo "fuzzing $t for ${seconds}s"
     if ! ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
          LSAN_OPTIONS=suppressions=$PWD/tests/lsan.supp:print_suppressions=0 \
-         "$dir/bin/$t" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -max_len=65536 \
+         "$dir/bin/$t" -seed="${CG_FUZZ_SEED:-1}" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -max_len=65536 \
          -artifact_prefix="$findings/" -print_final_stats=1 "$work" >"$dir/$t.log" 2>&1; then
       echo "$t: REPORT (see $dir/$t.log; input in $findings/)"
       tail -40 "$dir/$t.log"
